@@ -1,0 +1,113 @@
+// The application: one instance of each form and the state the forms share.
+#pragma once
+
+#include "language/language.h"
+#include "platform/ui/backend.h"
+#include "runtime/random.h"
+#include "settings/params.h"
+
+#include <array>
+#include <memory>
+#include <string>
+
+namespace mv {
+
+class frmMain;
+class Flistimages;
+class FrmFull;
+class Options;
+class frmTip;
+class frmAbout;
+
+// A table of the capture list: bounds 0 to 100, checked like the runtime's arrays.
+template <class T> struct Table {
+    T& operator[](int i) {
+        if (i < 0 || i > 100) rt::Raise(rt::kSubscriptOutOfRange);
+        return a[size_t(i)];
+    }
+    std::array<T, 101> a{};
+};
+
+// The parallel tables of the captures; row 0 is never a capture.
+struct TabVignettes {
+    Table<int16_t> HautV, LargV, HautFenV, LargFenV;
+    Table<std::wstring> DimV, TypeV, FichierV, Horodatage;
+};
+
+class App {
+public:
+    explicit App(ui::Backend& backend);
+    ~App();
+    App(const App&) = delete;
+    App& operator=(const App&) = delete;
+
+    ui::Backend& be;
+
+    // Starts the program: the main window's load and show.
+    void Start();
+    // Language entry n.
+    const std::wstring& Lang(int n) const { return lang.Entry(n); }
+    int MsgBox(const std::wstring& prompt, int style = 0, const std::wstring& title = L"");
+    // Runs pending events.
+    void DoEvents() { be.DoEvents(); }
+    ui::ScreenMetrics Screen() const { return be.Screen(); }
+
+    // Forms, created with the application, loaded on first use.
+    std::unique_ptr<frmMain> main;
+    std::unique_ptr<Flistimages> list;
+    std::unique_ptr<FrmFull> full;
+    std::unique_ptr<Options> options;
+    std::unique_ptr<frmTip> tip;
+    std::unique_ptr<frmAbout> about;
+
+    rt::Random rnd;
+    Language lang;
+    Params params;
+    std::wstring DossierParams;
+    std::wstring TagDate;
+    std::wstring TagHeure;
+
+    // Commands and captures.
+    bool ParClavier = false;
+    std::wstring TypeCapt;
+    bool RetourZone = false;
+    bool RetourPossible = false;
+    int16_t ZoneAmorcee = 0;
+    bool EchecFen = false;
+    TabVignettes tab;
+    int16_t NbVignettes = 0;
+    int16_t VignetteCourante = 0;
+    int16_t NumCapt = 0;
+    float LargCapt = 0;
+    float HautCapt = 0;
+    std::wstring DossierTemp;
+    bool ModeReduit = false;
+    std::wstring CheminTemp;
+
+    // Cursor stamped into grabs.
+    ui::CursorHandle CurseurCapt = 0;
+    int16_t CurseurX = 0;
+    int16_t CurseurY = 0;
+
+    // Latest validated zone (twips) and the remembered size of Picture1.
+    float ZoneGauche = 0;
+    float ZoneHaut = 0;
+    int16_t HautPic1 = 0;
+    int16_t LargPic1 = 0;
+    bool ZoneValidee = false;
+
+    // Main window geometry to come back to from reduced mode.
+    int16_t HautNormal = 0;
+    int16_t LargNormal = 0;
+    int16_t GaucheNormal = 0;
+    std::wstring VueCourante;
+
+    // External editor hand-off.
+    std::wstring FichierEdite;
+
+    // Saving.
+    int16_t NbSavAppel = 0;
+    bool SortieDemandee = false;
+};
+
+} // namespace mv

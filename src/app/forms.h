@@ -1,0 +1,55 @@
+// Windows that later features fill in: the selection overlay, the options dialog, the
+// tip of the day and the about box, as far as the rest of the program reaches them.
+#pragma once
+
+#include "app/app.h"
+#include "platform/ui/form.h"
+
+namespace mv {
+
+// The full-screen selection overlay.
+class FrmFull : public ui::Form {
+public:
+    explicit FrmFull(App& app);
+    App& app;
+    // The selection rectangle, in twips.
+    ui::Shape rectsel{this, L"rectsel"};
+    // Freezes the desktop for a new zone (Index 0 or 19) or reopens the last one.
+    void InitFull(int16_t Index);
+
+protected:
+    void Design() override;
+};
+
+// The options dialog; Check1(2) is the on-screen form of GardeFenetres.
+class Options : public ui::Form {
+public:
+    explicit Options(App& app);
+    App& app;
+    ui::ControlArray<ui::CheckBox> Check1{this, L"Check1"};
+    // Shows the dialog modally.
+    void ShowDialog();
+
+protected:
+    void Design() override;
+};
+
+class frmTip : public ui::Form {
+public:
+    explicit frmTip(App& app);
+    App& app;
+};
+
+class frmAbout : public ui::Form {
+public:
+    explicit frmAbout(App& app);
+    App& app;
+    ui::Label LabProduit{this, L"LabProduit"};
+    ui::Label LabVersion{this, L"LabVersion"};
+    ui::PictureBox PictLogo{this, L"PictLogo"};
+
+protected:
+    void Design() override;
+};
+
+} // namespace mv

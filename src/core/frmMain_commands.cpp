@@ -1,0 +1,292 @@
+// frmMain: the command dispatcher, the toolbar, the keys and the menus.
+#include "app/forms.h"
+#include "browser/Flistimages.h"
+#include "core/commands.h"
+#include "core/frmMain.h"
+#include "runtime/errors.h"
+
+namespace mv {
+
+void frmMain::WireEvents() {
+    OnLoad = [this] { Form_Load(); };
+    OnActivate = [this] { Form_Activate(); };
+    OnQueryUnload = [this](int& cancel, int mode) { Form_QueryUnload(cancel, mode); };
+    OnKeyDown = [this](int16_t& key, int16_t shift) { Form_KeyDown(key, shift); };
+    OnMouseMove = [this](const ui::MouseEvent& e) { Form_MouseMove(e); };
+
+    bouton.OnClick = [this](int i) { bouton_Click(i); };
+    bouton.OnDblClick = [this](int i) { bouton_DblClick(i); };
+    bouton.OnMouseMove = [this](int i, const ui::MouseEvent& e) { bouton_MouseMove(i, e); };
+
+    Timbouton.OnTimer = [this] { Timbouton_Timer(); };
+    TimCurs.OnTimer = [this] { TimCurs_Timer(); };
+    Timdeja.OnTimer = [this] { Timdeja_Timer(); };
+    TimZoom.OnTimer = [this] { TimZoom_Timer(); };
+    Timerclav.OnTimer = [this] { Timerclav_Timer(); };
+    Timderoul.OnTimer = [this] { Timderoul_Timer(); };
+    Timlabdeb.OnTimer = [this] { Timlabdeb_Timer(); };
+    TimerUnload.OnTimer = [this] { TimerUnload_Timer(); };
+
+    // Forwarding entries: a menu command never comes from a hotkey.
+    auto forward = [this](ui::Menu& m, int index) {
+        m.OnClick = [this, index] { bouton_Click(index); };
+    };
+    forward(mnuttscreen, kCmdZone);
+    forward(Mnuphotorapid, kCmdZone);
+    forward(mnuretour, kCmdAnnuler);
+    forward(mnucopier, kCmdCopier);
+    forward(mnurafraichir, kCmdRafraichir);
+    forward(Mnudelcap, kCmdSupprimer);
+    forward(Mnudeltout, kCmdSupprimerTout);
+    forward(Mnuenregistrer, kCmdEnregistrer);
+    forward(Mnuenregistrertout, kCmdEnregistrerTout);
+    forward(Mnuimprimer, kCmdImprimer);
+    forward(Mnuquitter, kCmdQuitter);
+    forward(Mnuquitt, kCmdQuitter);
+    forward(mnuapropos, kCmdAPropos);
+    forward(mnuFenregistrer, kCmdEnregistrer);
+    forward(MnuFenregistrertout, kCmdEnregistrerTout);
+    forward(MnuFdelcap, kCmdSupprimer);
+    forward(Mnufdeltout, kCmdSupprimerTout);
+
+    mnufichier.OnClick = [this] { mnufichier_Click(); };
+    mnuedition.OnClick = [this] { mnuedition_Click(); };
+    MnuEditPaint.OnClick = [this] { MnuEditPaint_Click(); };
+    mnuFeditpaint.OnClick = [this] { MnuEditPaint_Click(); };
+    MnuRaff.OnClick = [this] { MnuRaff_Click(); };
+    Mnumulti.OnClick = [this] { Mnumulti_Click(); };
+    MnuEnAuto.OnClick = [this] { MnuEnAuto_Click(); };
+    mnufDelCaptCoch.OnClick = [this] { mnufDelCaptCoch_Click(); };
+    mnuoptions.OnClick = [this] { mnuoptions_Click(); };
+    mnuReacTip.OnClick = [this] { mnuReacTip_Click(); };
+    MnuCaptper.OnClick = [this] { MnuCaptper_Click(); };
+    mnuzoomX.OnClick = [this](int i) { mnuzoomX_Click(int16_t(i)); };
+}
+
+void frmMain::bouton_Click(int Index) {
+    GestCommande(Index, false);
+}
+
+void frmMain::GestCommande(int Index, bool parClavier) {
+    // Any run-time error abandons the command silently, in the state reached.
+    try {
+        Timbouton.SetEnabled(true);
+        for (int i = 0; i <= 18; ++i)
+            if (i != kCmdMulti && i != kCmdRafraichirTim && i != kCmdListe)
+                bouton[i].SetBorderStyle(0);
+        if (Index != kCmdMulti && Index != kCmdRafraichirTim && Index != kCmdListe && Index < 19)
+            bouton[Index].SetBorderStyle(1);
+        labdeb.SetVisible(false);
+        app.ParClavier = parClavier;
+        app.tip->Unload();
+
+        switch (Index) {
+        case kCmdZone:
+        case kCmdZoneDouble:
+            // One command 0 allows one double-height capture.
+            if (Index == kCmdZone) {
+                app.ZoneAmorcee = 1;
+            } else if (app.ZoneAmorcee == 0) {
+                app.MsgBox(app.Lang(265), ui::kInformation);
+                return;
+            } else {
+                app.ZoneAmorcee = 0;
+            }
+            if (app.params.GardeFenetres == 0) {
+                Hide();
+                app.DoEvents();
+                app.list->Hide();
+                app.DoEvents();
+                Attente(0.4f);
+            }
+            app.TypeCapt = L"z";
+            app.RetourZone = false;
+            app.full->InitFull(int16_t(Index));
+            app.full->Show();
+            RideauPhoto();
+            app.RetourPossible = true;
+            break;
+        case kCmdEcran:
+            CapturTTbis(0);
+            for (int i = 0; i <= 4; ++i) mnuzoomX[i].SetChecked(false);
+            mnuzoomX[2].SetChecked(true);
+            RideauPhoto();
+            app.TypeCapt = L"e";
+            MefImageF(0);
+            GestVignettes(Picture1);
+            CopiePP(app.TypeCapt);
+            break;
+        case kCmdFenetre:
+            CapturTTbis(1);
+            for (int i = 0; i <= 4; ++i) mnuzoomX[i].SetChecked(false);
+            mnuzoomX[3].SetChecked(true);
+            TimZoom.SetEnabled(true);
+            if (app.EchecFen) {
+                app.MsgBox(app.Lang(143), ui::kInformation);
+                return;
+            }
+            app.TypeCapt = L"f";
+            MefImageF(1);
+            GestVignettes(Picture2);
+            CopiePP(app.TypeCapt);
+            break;
+        case kCmdCopier:
+            Buttcopier();
+            break;
+        case kCmdEnregistrer:
+            Enregistrer2();
+            break;
+        case kCmdEnregistrerTout: {
+            int16_t ok = 0;
+            EnregistrerTout(ok, 1, app.params.EnregBmp == 0 ? L"jpg" : L"bmp");
+            break;
+        }
+        case kCmdImprimer:
+            Imprimer();
+            break;
+        case kCmdEditer:
+            MnuEditPaint_Click();
+            break;
+        case kCmdMulti:
+            Mnumulti_Click();
+            break;
+        case kCmdSupprimer:
+            SuppVignette(app.VignetteCourante);
+            break;
+        case kCmdSupprimerTout:
+            Supprimertout(true);
+            break;
+        case kCmdAnnuler:
+            if (!app.RetourPossible) break;
+            app.RetourZone = true;
+            app.full->InitFull(1);
+            app.full->Show();
+            app.TypeCapt = L"z";
+            break;
+        case kCmdRafraichir:
+            Rafraichir();
+            CopiePP(app.TypeCapt);
+            break;
+        case kCmdRafraichirTim:
+            MnuCaptper_Click();
+            break;
+        case kCmdQuitter:
+            quitprog();
+            break;
+        case kCmdOptions:
+            mnuoptions_Click();
+            break;
+        case kCmdAgrandir:
+            Agrandred();
+            break;
+        case kCmdListe:
+            if (app.NbVignettes <= 0) break;
+            if (app.list->WindowState() == ui::kNormal) {
+                app.list->SetWindowState(ui::kMinimized);
+                bouton[kCmdListe].SetBorderStyle(0);
+            } else {
+                app.list->SetWindowState(ui::kNormal);
+                bouton[kCmdListe].SetBorderStyle(1);
+            }
+            break;
+        case kCmdAPropos:
+            TimPeriod.SetEnabled(false);
+            app.about->Show();
+            break;
+        default:
+            break;
+        }
+    } catch (const rt::RuntimeError&) {}
+}
+
+void frmMain::Timbouton_Timer() {
+    for (int i = 0; i <= 18; ++i)
+        if (i != kCmdMulti && i != kCmdRafraichirTim && i != kCmdListe) bouton[i].SetBorderStyle(0);
+    Timbouton.SetEnabled(false);
+}
+
+void frmMain::Attente(float Secondes) {
+    // The midnight wrap of the clock is not handled.
+    const double debut = app.be.Timer();
+    while (app.be.Timer() < debut + Secondes) app.DoEvents();
+}
+
+void frmMain::Form_KeyDown(int16_t KeyCode, int16_t Shift) {
+    if (!app.FichierEdite.empty() && KeyCode == 116) {
+        RafraichirEditeur();
+    } else if (KeyCode == 46) {
+        bouton_Click(kCmdSupprimer);
+    } else if (KeyCode == 81 && Shift == 2) {
+        quitprog();
+    }
+}
+
+void frmMain::bouton_DblClick(int Index) {
+    if (Index != kCmdEnregistrerTout) return;
+    // Only a look at the saved files: the answer is not used.
+    CDlg1.initDir = app.params.DossierEnregCourt;
+    CDlg1.filter = L"Tous fichiers (*.*)|*.*";
+    CDlg1.dialogTitle = app.Lang(240);
+    CDlg1.cancelError = false;
+    CDlg1.ShowOpen();
+}
+
+void frmMain::bouton_MouseMove(int Index, const ui::MouseEvent&) {
+    if (Index > 19) {
+        LabDoubleClick.SetVisible(false);
+        return;
+    }
+    if (Index != BoutonSurvole || SurvolActif) {
+        for (int i = 0; i <= 19; ++i) bouton[i].SetPicture(ImageList1.Item(i + 1));
+        SurvolActif = false;
+    } else {
+        SurvolActif = true;
+    }
+    bouton[Index].SetPicture(ImageList1.Item(Index + 21));
+    if (Index == kCmdEnregistrerTout) {
+        LabDoubleClick.SetCaption(app.Lang(240));
+        LabDoubleClick.SetLeft(Width() - LabDoubleClick.Width() - 300);
+        LabDoubleClick.SetTop(bouton[Index].Top() + bouton[Index].Height() + 50);
+        LabDoubleClick.SetVisible(true);
+        LabDoubleClick.ZOrder(0);
+    } else {
+        LabDoubleClick.SetVisible(false);
+    }
+    BoutonSurvole = int16_t(Index);
+}
+
+void frmMain::mnufichier_Click() {
+    const bool actif = app.NbVignettes != 0;
+    for (ui::Menu* m : {&Mnuenregistrer, &Mnuenregistrertout, &Mnuimprimer}) m->SetEnabled(actif);
+}
+
+void frmMain::mnuedition_Click() {
+    const bool actif = app.NbVignettes != 0;
+    for (ui::Menu* m :
+         {&mnuretour, &mnucopier, &mnurafraichir, &Mnudelcap, &Mnudeltout, &MnuEditPaint})
+        m->SetEnabled(actif);
+}
+
+void frmMain::Mnumulti_Click() {
+    Mnumulti.SetChecked(!Mnumulti.Checked());
+    bouton[kCmdMulti].SetBorderStyle(Mnumulti.Checked() ? 1 : 0);
+}
+
+void frmMain::MnuEnAuto_Click() {
+    MnuEnAuto.SetChecked(!MnuEnAuto.Checked());
+    if (MnuEnAuto.Checked()) app.MsgBox(app.Lang(135), ui::kInformation);
+}
+
+void frmMain::mnuoptions_Click() {
+    TimPeriod.SetEnabled(false);
+    app.options->Load();
+    app.options->ShowDialog();
+}
+
+void frmMain::mnuReacTip_Click() {}
+
+void frmMain::MnuRaff_Click() {
+    Form_KeyDown(116, 0);
+}
+
+} // namespace mv

@@ -1,0 +1,118 @@
+// frmMain: the view of the current capture and its zoom.
+#include "core/frmMain.h"
+#include "runtime/integer.h"
+
+namespace mv {
+
+namespace {
+constexpr double kFacteursZoom[] = {0.25, 0.5, 0.75, 1.0, 2.0};
+
+// Pixels of a twip length, by integer division.
+int Px(float twips, float tpp) {
+    return int(twips) / int(tpp);
+}
+} // namespace
+
+void frmMain::MefImageF(int16_t Mode) {
+    const auto ecran = app.Screen();
+    const float largeurMin = 24 * bouton[0].Width();
+    SetWindowState(ui::kNormal);
+    for (ui::Menu* m : {&mnufichier, &mnuedition, &mnuoutils, &mnuHelp}) m->SetVisible(true);
+    if (Mode == 0) {
+        ImgTTscreen.SetWidth(float(rt::Int(0.75 * ecran.WidthTwips())));
+        ImgTTscreen.SetHeight(float(rt::Int(0.75 * ecran.HeightTwips())));
+        mnuzoomX[2].SetChecked(true);
+        Picture1.SetVisible(false);
+        ImgTTscreen.SetLeft(20);
+        ImgTTscreen.SetTop(500);
+        ImgTTscreen.SetVisible(true);
+        if (WindowState() == ui::kNormal) {
+            SetHeight(ImgTTscreen.Height() + 1400);
+            SetWidth(ImgTTscreen.Width() + 180);
+            SetLeft(ecran.WidthTwips() - Width());
+        } else {
+            app.HautNormal = rt::CInt(ImgTTscreen.Height() + 1400);
+            app.LargNormal = rt::CInt(ImgTTscreen.Width() + 180);
+        }
+        app.VueCourante = L"image";
+        Picture2.SetVisible(false);
+        ImgTTscreen.Cls();
+        app.LargCapt = ImgTTscreen.Width();
+        app.HautCapt = ImgTTscreen.Height();
+        gdi::StretchBlt(ImgTTscreen.Image(), 0, 0, Px(ImgTTscreen.Width(), ecran.tppX),
+                        Px(ImgTTscreen.Height(), ecran.tppY), Picture1.Image(), 0, 0,
+                        Px(Picture1.Width(), ecran.tppX), Px(Picture1.Height(), ecran.tppY),
+                        gdi::kHalftone);
+        ImgTTscreen.Refresh();
+        Picture2S.SetPicture(ImgTTscreen.Image());
+    } else {
+        Picture2.SetVisible(true);
+        Picture1.SetVisible(false);
+        Picture2.Move(20, 500, Picture1.Width(), Picture1.Height());
+        Picture2.SetVisible(true);
+        Picture2.Cls();
+        Picture2.SetPicture(Picture1.Image());
+        Picture2.SetWidth(app.LargCapt);
+        Picture2.SetHeight(app.HautCapt);
+        ImgTTscreen.SetVisible(false);
+        SetHeight(Picture2.Height() + 1400);
+        SetWidth(largeurMin < Picture2.Width() ? Picture2.Width() + 180 : largeurMin);
+        SetLeft(ecran.WidthTwips() - Width());
+        app.LargCapt = Picture2.Width();
+        app.HautCapt = Picture2.Height();
+        Picture2S.SetPicture(Picture2.Image());
+    }
+}
+
+void frmMain::mnuzoomX_Click(int16_t Index) {
+    mnuzoomX[Index].SetChecked(true);
+    const double facteur = Index >= 0 && Index <= 4 ? kFacteursZoom[Index] : 0;
+    const auto ecran = app.Screen();
+    const float largeurMin = 24 * bouton[0].Width();
+
+    auto zoomer = [&](ui::PictureBox& vue) {
+        if (facteur != 1.0) {
+            vue.SetWidth(float(Picture2S.Width() * facteur));
+            vue.SetHeight(float(Picture2S.Height() * facteur));
+            const gdi::Surface& src = Picture2S.Picture();
+            const int largDest = int(src.Width() * facteur);
+            const int hautDest = int(src.Height() * facteur);
+            gdi::StretchBlt(vue.Image(), 0, 0, largDest, hautDest, src, 0, 0, src.Width(),
+                            src.Height(), gdi::kHalftone);
+        } else {
+            vue.SetPicture(Picture2S.Picture());
+        }
+        vue.Refresh();
+        if (WindowState() == ui::kNormal) {
+            if (largeurMin < vue.Width()) {
+                SetWidth(vue.Width() + 180);
+                SetLeft(ecran.WidthTwips() - Width() - 50);
+            } else {
+                SetWidth(largeurMin);
+            }
+            SetHeight(vue.Height() + 1430);
+        }
+    };
+    if (Picture2.Visible()) zoomer(Picture2);
+    if (ImgTTscreen.Visible()) {
+        ImgTTscreen.Cls();
+        zoomer(ImgTTscreen);
+    }
+}
+
+void frmMain::TimZoom_Timer() {
+    const auto ecran = app.Screen();
+    for (int i = 1; i <= 4; ++i) mnuzoomX[i].SetChecked(false);
+    mnuzoomX[3].SetChecked(true);
+    app.DoEvents();
+    int16_t pas = 3;
+    while (pas > 0 && (Picture2.Width() - 500 > ecran.WidthTwips() ||
+                       Picture2.Height() - 1500 > ecran.HeightTwips())) {
+        pas = int16_t(pas - 1);
+        mnuzoomX_Click(pas);
+    }
+    if (WindowState() == ui::kNormal) SetLeft(ecran.WidthTwips() - Width());
+    TimZoom.SetEnabled(false);
+}
+
+} // namespace mv

@@ -1,0 +1,185 @@
+// The in-memory backend for tests: a virtual clock that moves when the code waits or pumps
+// events, a synthetic desktop, scripted keys and mouse, and recorded message boxes,
+// dialogs and clipboard. No user ever runs it.
+#pragma once
+
+#include "platform/ui/backend.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <vector>
+
+namespace headless {
+
+// Thrown by End(): the program has ended. Tests catch it.
+struct ProgramEnded {
+    bool fatal = false;
+};
+
+struct BoxRecord {
+    std::wstring prompt;
+    int style = 0;
+    std::wstring title;
+    int answer = 0;
+};
+
+struct DialogRecord {
+    ui::FileDialogKind kind;
+    std::wstring initDir, filter, title, fileName;
+    int filterIndex = 0;
+};
+
+class Backend;
+
+// A synthetic screen: one picture, a set of top-level windows over it.
+class Desktop : public platform::Desktop {
+public:
+    gdi::Surface screen{1024, 768, gdi::Rgb(40, 90, 160)};
+    ui::WindowHandle foreground = 0;
+    std::map<ui::WindowHandle, ui::Rect> windows; // other applications' windows
+    int grabs = 0;                                // desktop contexts handed out
+
+    ui::WindowHandle GetDesktopWindow() override { return kDesktopHandle; }
+    ui::WindowHandle GetForegroundWindow() override { return foreground; }
+    bool GetWindowRect(ui::WindowHandle w, ui::Rect& r) override;
+    std::unique_ptr<platform::WindowDC> GetWindowDC(ui::WindowHandle w) override;
+
+    static constexpr ui::WindowHandle kDesktopHandle = 0x10010;
+};
+
+class Cursor : public platform::Cursor {
+public:
+    ui::CursorHandle handle = 0x10003; // the arrow
+    ui::Point pos{100, 100};
+    std::map<ui::CursorHandle, gdi::IconImage> images;
+    ui::CursorHandle GetCursor() override { return handle; }
+    ui::Point GetCursorPos() override { return pos; }
+    void SetCursorPos(int x, int y) override { pos = {x, y}; }
+    bool GetImage(ui::CursorHandle h, gdi::IconImage& out) override;
+};
+
+class Keyboard : public platform::Keyboard {
+public:
+    void Press(int vk);   // down, and pressed since the last query
+    void Release(int vk); // up (the sticky bit stays until queried)
+    void Tap(int vk) {
+        Press(vk);
+        Release(vk);
+    }
+    int16_t GetAsyncKeyState(int vk) override;
+
+private:
+    std::set<int> down_;
+    std::set<int> sticky_;
+};
+
+class Clipboard : public platform::Clipboard {
+public:
+    bool hasImage = false;
+    gdi::Surface image;
+    int clears = 0;
+    void Clear() override {
+        hasImage = false;
+        image = gdi::Surface();
+        ++clears;
+    }
+    void SetImage(const gdi::Surface& s) override {
+        image = s;
+        hasImage = true;
+    }
+    bool GetImage(gdi::Surface& out) override {
+        if (hasImage) out = image;
+        return hasImage;
+    }
+};
+
+class Shell : public platform::Shell {
+public:
+    std::map<std::wstring, std::wstring> folders;
+    std::wstring programFolder;
+    std::wstring datePattern = L"dd/MM/yyyy";
+    std::wstring timePattern = L"HH:mm:ss";
+    bool highPriority = false;
+    std::wstring ShellFolder(const std::wstring& name) override;
+    std::wstring ProgramFolder() override { return programFolder; }
+    std::wstring ShortDatePattern() override { return datePattern; }
+    std::wstring TimePattern() override { return timePattern; }
+    void SetPriorityHigh() override { highPriority = true; }
+};
+
+class Backend : public ui::Backend {
+public:
+    Backend();
+    ~Backend() override;
+
+    // --- the toolkit's side
+    std::unique_ptr<ui::Peer> CreatePeer(ui::Control& c) override;
+    void TimerChanged(ui::Timer& t) override;
+    void DoEvents() override;
+    void RunModal(ui::Form& f) override;
+    int MsgBox(const std::wstring& prompt, int style, const std::wstring& title) override;
+    void PopupMenu(ui::Form& f, ui::Menu& m) override;
+    bool FileDialog(ui::CommonDialog& d, ui::FileDialogKind kind) override;
+    ui::ScreenMetrics Screen() const override { return screen; }
+    rt::SystemTime Now() const override;
+    [[noreturn]] void End() override;
+    [[noreturn]] void ReportFatal(const rt::RuntimeError& e) override;
+    ui::Form* ActiveForm() const override { return active_; }
+    platform::Desktop& GetDesktop() override { return desktop; }
+    platform::Cursor& GetCursor() override { return cursor; }
+    platform::Keyboard& GetKeyboard() override { return keyboard; }
+    platform::Clipboard& GetClipboard() override { return clipboard; }
+    platform::Shell& GetShell() override { return shell; }
+    platform::GuiResources GuiResourceCounts() override { return {}; }
+
+    // --- the test's side
+    ui::ScreenMetrics screen;
+    Desktop desktop;
+    Cursor cursor;
+    Keyboard keyboard;
+    Clipboard clipboard;
+    Shell shell;
+
+    // Virtual time in milliseconds since the start date below; each DoEvents moves it.
+    int64_t nowMs = 0;
+    rt::SystemTime startTime{2026, 11, 15, 14, 5, 9, 0};
+    int stepMs = 1;
+    // Moves the clock forward, running due timers and scripted events on the way.
+    void RunFor(int ms);
+    // Runs until pred() holds or maxMs pass; returns pred().
+    bool RunUntil(const std::function<bool()>& pred, int maxMs);
+    // Runs fn at virtual time `atMs` from now, as an input event.
+    void Schedule(int atMs, std::function<void()> fn);
+
+    // Message boxes: shown ones are recorded; answers come from the queue, else the
+    // default button.
+    std::vector<BoxRecord> boxes;
+    std::deque<int> answers;
+    // File dialogs: recorded; the responder fills the dialog and says OK (true) or Cancel.
+    std::vector<DialogRecord> dialogs;
+    std::function<bool(ui::CommonDialog&, ui::FileDialogKind)> dialogResponder;
+    std::vector<std::wstring> popups;
+    bool ended = false;
+    int fatalNumber = 0;
+
+    // Raises a control's events as the window system would.
+    void Click(ui::Control& c);
+    void DblClick(ui::Control& c);
+    void MouseMove(ui::Control& c, float x, float y, int button = 0, int shift = 0);
+    void KeyDown(ui::Form& f, int keyCode, int shift);
+
+    // Peer bookkeeping for tests: windows alive now.
+    int livePeers = 0;
+
+private:
+    void Step();
+    std::map<ui::Timer*, int64_t> timers_;
+    std::multimap<int64_t, std::function<void()>> scheduled_;
+    ui::Form* active_ = nullptr;
+    friend class Peer;
+    friend class HeadlessPeer;
+};
+
+} // namespace headless

@@ -1,0 +1,79 @@
+// Platform services: one small interface each, implemented by the Win32 backend and by
+// the headless one.
+#pragma once
+
+#include "platform/gdi/surface.h"
+#include "platform/ui/types.h"
+
+#include <memory>
+#include <string>
+
+namespace platform {
+
+// A window's device context held between GetWindowDC and ReleaseDC (the destructor).
+class WindowDC {
+public:
+    virtual ~WindowDC() = default;
+    // BitBlt with SRCCOPY from this context at (sx, sy) into dst at (dx, dy).
+    virtual void CopyTo(gdi::Surface& dst, int dx, int dy, int w, int h, int sx, int sy) = 0;
+};
+
+// Screen and window grab.
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+    virtual ui::WindowHandle GetDesktopWindow() = 0;
+    virtual ui::WindowHandle GetForegroundWindow() = 0;
+    // False (and a zero rectangle) when the call fails.
+    virtual bool GetWindowRect(ui::WindowHandle w, ui::Rect& r) = 0;
+    virtual std::unique_ptr<WindowDC> GetWindowDC(ui::WindowHandle w) = 0;
+};
+
+// The mouse cursor: handle, position and picture.
+class Cursor {
+public:
+    virtual ~Cursor() = default;
+    virtual ui::CursorHandle GetCursor() = 0;
+    virtual ui::Point GetCursorPos() = 0;
+    virtual void SetCursorPos(int x, int y) = 0;
+    // The picture of a cursor handle; false when the handle names no cursor.
+    virtual bool GetImage(ui::CursorHandle h, gdi::IconImage& out) = 0;
+};
+
+// GetAsyncKeyState: top bit while down, lowest bit when pressed since the previous query.
+class Keyboard {
+public:
+    virtual ~Keyboard() = default;
+    virtual int16_t GetAsyncKeyState(int virtualKey) = 0;
+};
+
+class Clipboard {
+public:
+    virtual ~Clipboard() = default;
+    virtual void Clear() = 0;
+    virtual void SetImage(const gdi::Surface& s) = 0;
+    // False when the clipboard holds no picture.
+    virtual bool GetImage(gdi::Surface& out) = 0;
+};
+
+// Folders and locale of the user.
+class Shell {
+public:
+    virtual ~Shell() = default;
+    // A value of the user's shell folders by its registry name ("AppData", "Personal").
+    virtual std::wstring ShellFolder(const std::wstring& name) = 0;
+    // The program's own folder, where its installation files stand.
+    virtual std::wstring ProgramFolder() = 0;
+    // Picture strings of the system's short date and time texts ("dd/MM/yyyy", "HH:mm:ss").
+    virtual std::wstring ShortDatePattern() = 0;
+    virtual std::wstring TimePattern() = 0;
+    virtual void SetPriorityHigh() = 0;
+};
+
+// Counts of the process's window-system objects (GetGuiResources), for leak checks.
+struct GuiResources {
+    int gdiObjects = 0;
+    int userObjects = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,379 @@
+#include "platform/ui/controls.h"
+
+#include "platform/ui/backend.h"
+#include "platform/ui/form.h"
+#include "runtime/errors.h"
+
+#include <cmath>
+
+namespace ui {
+
+namespace {
+// Pixels of a twip length: integer division by the twips per pixel.
+int ToPixels(float twips, float tpp) {
+    if (tpp <= 0) return 0;
+    return int(std::floor(double(twips) / double(tpp) + 1e-6));
+}
+} // namespace
+
+// ---- PictureBox -------------------------------------------------------------------------
+
+PictureBox::PictureBox(Form* owner, std::wstring name)
+    : Control(owner, std::move(name), Kind::PictureBox) {}
+
+void PictureBox::SetBorderStyle(int style) {
+    if (style != 0 && style != 1) rt::Raise(rt::kInvalidPropertyValue);
+    if (borderStyle_ == style) return;
+    borderStyle_ = style;
+    Changed(Change::Border);
+}
+
+void PictureBox::OnResized() {
+    if (!Owner()) return;
+    int w = ToPixels(Width(), TppX());
+    int h = ToPixels(Height(), TppY());
+    if (w == image_.Width() && h == image_.Height()) return;
+    image_.Resize(w, h, gdi::FromColorRef(ResolveColor(BackColor())));
+    Changed(Change::Image);
+}
+
+void PictureBox::SetPicture(const gdi::Surface& s) {
+    picture_ = s;
+    if (autoSize && !s.Empty() && Owner())
+        Move(Left(), Top(), float(s.Width()) * TppX(), float(s.Height()) * TppY());
+    Cls();
+}
+
+void PictureBox::Cls() {
+    image_.Fill(gdi::FromColorRef(ResolveColor(BackColor())));
+    if (!picture_.Empty())
+        gdi::BitBlt(image_, 0, 0, picture_.Width(), picture_.Height(), picture_, 0, 0);
+    Changed(Change::Image);
+}
+
+void PictureBox::Refresh() {
+    Changed(Change::Image);
+}
+
+void PictureBox::CopyFrom(const Control& other) {
+    const auto& o = static_cast<const PictureBox&>(other);
+    borderStyle_ = o.borderStyle_;
+    autoSize = o.autoSize;
+    picture_ = o.picture_;
+    image_ = gdi::Surface();
+    Control::CopyFrom(other);
+    Cls();
+}
+
+// ---- Label ------------------------------------------------------------------------------
+
+Label::Label(Form* owner, std::wstring name) : Control(owner, std::move(name), Kind::Label) {}
+
+void Label::SetCaption(std::wstring c) {
+    if (caption_ == c) return;
+    caption_ = std::move(c);
+    Changed(Change::Caption);
+}
+
+void Label::SetFont(Font f) {
+    font_ = std::move(f);
+    Changed(Change::Style);
+}
+
+void Label::SetAlignment(int a) {
+    if (a < 0 || a > 2) rt::Raise(rt::kInvalidPropertyValue);
+    alignment_ = a;
+    Changed(Change::Style);
+}
+
+void Label::SetTransparent(bool t) {
+    transparent_ = t;
+    Changed(Change::Style);
+}
+
+void Label::SetBorderStyle(int b) {
+    if (b != 0 && b != 1) rt::Raise(rt::kInvalidPropertyValue);
+    borderStyle_ = b;
+    Changed(Change::Border);
+}
+
+void Label::CopyFrom(const Control& other) {
+    const auto& o = static_cast<const Label&>(other);
+    caption_ = o.caption_;
+    font_ = o.font_;
+    alignment_ = o.alignment_;
+    transparent_ = o.transparent_;
+    borderStyle_ = o.borderStyle_;
+    Control::CopyFrom(other);
+}
+
+// ---- TextBox ----------------------------------------------------------------------------
+
+TextBox::TextBox(Form* owner, std::wstring name) : Control(owner, std::move(name), Kind::TextBox) {
+    SetBackColor(0x80000005);
+}
+
+void TextBox::SetText(std::wstring t) {
+    if (text_ == t) return;
+    text_ = std::move(t);
+    Changed(Change::Caption);
+    if (OnChange) OnChange();
+}
+
+void TextBox::TextEdited(std::wstring t) {
+    if (text_ == t) return;
+    text_ = std::move(t);
+    if (OnChange) OnChange();
+}
+
+void TextBox::CopyFrom(const Control& other) {
+    text_ = static_cast<const TextBox&>(other).text_;
+    Control::CopyFrom(other);
+}
+
+// ---- CheckBox ---------------------------------------------------------------------------
+
+CheckBox::CheckBox(Form* owner, std::wstring name)
+    : Control(owner, std::move(name), Kind::CheckBox) {}
+
+void CheckBox::SetValue(int v) {
+    if (v < 0 || v > 2) rt::Raise(rt::kInvalidPropertyValue);
+    if (value_ == v) return;
+    value_ = v;
+    Changed(Change::Value);
+    // Setting the value from code raises Click, as the toolkit does.
+    if (OnClick) OnClick();
+}
+
+void CheckBox::SetCaption(std::wstring c) {
+    caption_ = std::move(c);
+    Changed(Change::Caption);
+}
+
+void CheckBox::UserToggled() {
+    SetValue(value_ == 0 ? 1 : 0);
+}
+
+void CheckBox::CopyFrom(const Control& other) {
+    const auto& o = static_cast<const CheckBox&>(other);
+    value_ = o.value_;
+    caption_ = o.caption_;
+    Control::CopyFrom(other);
+}
+
+// ---- VScrollBar -------------------------------------------------------------------------
+
+VScrollBar::VScrollBar(Form* owner, std::wstring name)
+    : Control(owner, std::move(name), Kind::VScrollBar) {}
+
+void VScrollBar::SetMin(int v) {
+    min_ = v;
+    if (value_ < std::min(min_, max_)) value_ = std::min(min_, max_);
+    Changed(Change::Range);
+}
+
+void VScrollBar::SetMax(int v) {
+    max_ = v;
+    if (value_ > std::max(min_, max_)) value_ = std::max(min_, max_);
+    Changed(Change::Range);
+}
+
+void VScrollBar::SetValue(int v) {
+    if (v < std::min(min_, max_) || v > std::max(min_, max_)) rt::Raise(rt::kInvalidPropertyValue);
+    if (value_ == v) return;
+    value_ = v;
+    Changed(Change::Value);
+    if (OnChange) OnChange();
+}
+
+void VScrollBar::CopyFrom(const Control& other) {
+    const auto& o = static_cast<const VScrollBar&>(other);
+    min_ = o.min_;
+    max_ = o.max_;
+    value_ = o.value_;
+    small_ = o.small_;
+    large_ = o.large_;
+    Control::CopyFrom(other);
+}
+
+// ---- Frame, Shape, Line -----------------------------------------------------------------
+
+Frame::Frame(Form* owner, std::wstring name) : Control(owner, std::move(name), Kind::Frame) {}
+
+Shape::Shape(Form* owner, std::wstring name) : Control(owner, std::move(name), Kind::Shape) {}
+
+void Shape::SetBorderColor(uint32_t c) {
+    borderColor_ = c;
+    Changed(Change::Style);
+}
+
+Line::Line(Form* owner, std::wstring name) : Control(owner, std::move(name), Kind::Line) {}
+
+void Line::SetPoints(float x1, float y1, float x2, float y2) {
+    x1_ = x1;
+    y1_ = y1;
+    x2_ = x2;
+    y2_ = y2;
+    Changed(Change::Bounds);
+}
+
+void Line::SetBorderColor(uint32_t c) {
+    borderColor_ = c;
+    Changed(Change::Style);
+}
+
+// ---- Timer ------------------------------------------------------------------------------
+
+Timer::Timer(Form* owner, std::wstring name, int interval, bool enabled)
+    : Control(owner, std::move(name), Kind::Timer), interval_(interval) {
+    Control::SetEnabled(enabled);
+}
+
+Timer::~Timer() {
+    if (Running()) {
+        Control::SetEnabled(false);
+        GetBackend().TimerChanged(*this);
+    }
+}
+
+void Timer::SetInterval(int ms) {
+    if (ms < 0 || ms > 65535) rt::Raise(rt::kInvalidPropertyValue);
+    if (interval_ == ms) return;
+    interval_ = ms;
+    if (Owner() && Owner()->IsLoaded()) GetBackend().TimerChanged(*this);
+}
+
+void Timer::SetEnabled(bool v) {
+    if (Enabled() == v) return;
+    Control::SetEnabled(v);
+    if (Owner() && Owner()->IsLoaded()) GetBackend().TimerChanged(*this);
+}
+
+bool Timer::Running() const {
+    return Enabled() && interval_ > 0 && Owner() && Owner()->IsLoaded();
+}
+
+void Timer::Tick() {
+    if (Running() && OnTimer) OnTimer();
+}
+
+// ---- Menu -------------------------------------------------------------------------------
+
+namespace {
+int NextMenuId() {
+    static int id = 1000;
+    return ++id;
+}
+} // namespace
+
+Menu::Menu(Form* owner, std::wstring name, Menu* parent)
+    : Control(owner, std::move(name), Kind::Menu), parent_(parent), commandId_(NextMenuId()) {
+    if (parent_) parent_->children_.push_back(this);
+}
+
+void Menu::SetCaption(std::wstring c) {
+    if (caption_ == c) return;
+    caption_ = std::move(c);
+    Changed(Change::Caption);
+}
+
+void Menu::SetChecked(bool c) {
+    if (checked_ == c) return;
+    checked_ = c;
+    Changed(Change::Checked);
+}
+
+void Menu::SetVisible(bool v) {
+    if (Visible() == v) return;
+    Control::SetVisible(v);
+    // The entry's container is rebuilt: the parent's list, or the form's menu bar.
+    if (parent_) {
+        if (parent_->GetPeer()) parent_->GetPeer()->Update(Change::Children);
+    } else if (Owner() && Owner()->GetPeer()) {
+        Owner()->GetPeer()->Update(Change::Children);
+    }
+}
+
+void Menu::SetEnabled(bool v) {
+    Control::SetEnabled(v);
+}
+
+// ---- CommonDialog -----------------------------------------------------------------------
+
+CommonDialog::CommonDialog(Form* owner, std::wstring name)
+    : Control(owner, std::move(name), Kind::CommonDialog) {}
+
+namespace {
+bool RunDialog(CommonDialog& d, FileDialogKind kind) {
+    bool ok = d.GetBackend().FileDialog(d, kind);
+    if (!ok && d.cancelError) rt::Raise(rt::kCancelError);
+    return ok;
+}
+} // namespace
+
+bool CommonDialog::ShowOpen() {
+    return RunDialog(*this, FileDialogKind::Open);
+}
+bool CommonDialog::ShowSave() {
+    return RunDialog(*this, FileDialogKind::Save);
+}
+bool CommonDialog::ShowPrinter() {
+    return RunDialog(*this, FileDialogKind::Printer);
+}
+
+// ---- ImageList --------------------------------------------------------------------------
+
+void ImageList::Add(std::wstring key, gdi::Surface picture) {
+    items_.emplace_back(std::move(key), std::move(picture));
+}
+
+void ImageList::Clear() {
+    items_.clear();
+}
+
+const gdi::Surface& ImageList::Item(int index1) const {
+    if (index1 < 1 || index1 > int(items_.size())) rt::Raise(rt::kSubscriptOutOfRange);
+    return items_[size_t(index1 - 1)].second;
+}
+
+const gdi::Surface& ImageList::Item(const std::wstring& key) const {
+    for (const auto& it : items_)
+        if (it.first == key) return it.second;
+    rt::Raise(35603, L"Invalid key");
+}
+
+const std::wstring& ImageList::Key(int index1) const {
+    if (index1 < 1 || index1 > int(items_.size())) rt::Raise(rt::kSubscriptOutOfRange);
+    return items_[size_t(index1 - 1)].first;
+}
+
+// ---- control array support --------------------------------------------------------------
+
+void RaiseNoElement(const std::wstring& name, int index) {
+    rt::Raise(340, L"Control array element '" + std::to_wstring(index) + L"' doesn't exist");
+}
+
+void RaiseAlreadyLoaded() {
+    rt::Raise(360, L"Object already loaded");
+}
+
+void RaiseDesignElement() {
+    rt::Raise(362, L"Can't unload controls created at design time");
+}
+
+void LoadArrayElement(Form* owner, Control& el) {
+    if (!owner->IsLoaded()) owner->Load();
+    el.CreatePeer();
+    if (el.GetKind() == Kind::Timer) el.GetBackend().TimerChanged(static_cast<Timer&>(el));
+}
+
+void UnloadArrayElement(Control& el) {
+    el.SetVisible(false);
+    el.DestroyPeer();
+}
+
+void RegisterArrayUnloader(Form* owner, std::function<void()> unload) {
+    owner->AddArrayUnloader(std::move(unload));
+}
+
+} // namespace ui

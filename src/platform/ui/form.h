@@ -1,0 +1,88 @@
+// A form: a top-level window that owns its controls and menus.
+#pragma once
+
+#include "platform/ui/controls.h"
+
+#include <vector>
+
+namespace ui {
+
+// Unload modes passed to QueryUnload.
+enum UnloadMode { kFormControlMenu = 0, kFormCode = 1, kAppWindows = 2, kAppTaskManager = 3 };
+
+class Form : public Control {
+public:
+    Form(Backend& backend, std::wstring name);
+    ~Form() override;
+
+    Backend& FormBackend() const { return backend_; }
+
+    const std::wstring& Caption() const { return caption_; }
+    void SetCaption(std::wstring c);
+    int WindowState() const { return windowState_; }
+    void SetWindowState(int s); // 0, 1, 2; anything else raises 380
+
+    // Design properties, fixed before the first load.
+    int borderStyle = 2; // 0 none, 1 fixed single, 2 sizable, 3 fixed dialog, 4 tool window
+    bool controlBox = true;
+    bool minButton = true;
+    bool maxButton = true;
+    bool showInTaskbar = true;
+    bool keyPreview = false;
+    bool topMost = false;
+    // Colour key of a layered see-through window; -1 for none.
+    int64_t transparentKey = -1;
+
+    bool IsLoaded() const { return loaded_; }
+    // Loads the form if needed: design properties, windows, then OnLoad.
+    void Load();
+    // Unloads it: QueryUnload (mode 1, may cancel), Unload, windows destroyed, run-time
+    // elements of control arrays removed. Returns false when cancelled.
+    bool Unload();
+    void Show(bool modal = false);
+    void Hide();
+    void SetVisible(bool v) override;
+    void PopupMenu(Menu& menu);
+    // Client area in twips.
+    float ScaleWidth() const;
+    float ScaleHeight() const;
+
+    // Events.
+    std::function<void()> OnLoad;
+    std::function<void()> OnActivate;
+    std::function<void()> OnResize;
+    std::function<void(int& cancel, int mode)> OnQueryUnload;
+    std::function<void(int& cancel)> OnUnload;
+    std::function<void(int16_t& keyCode, int16_t shift)> OnKeyDown;
+
+    // Registry of controls and menus, in creation order.
+    void Register(Control* c);
+    void Unregister(Control* c);
+    const std::vector<Control*>& Controls() const { return controls_; }
+    std::vector<Menu*> TopMenus() const;
+    void AddArrayUnloader(std::function<void()> f) { arrayUnloaders_.push_back(std::move(f)); }
+
+    // Backend side: the user closed the window (mode 0) or the session ends (mode 2).
+    void CloseRequested(int mode);
+    // Backend side: the window became active.
+    void Activated();
+    // Backend side: the system moved, sized or changed the state of the window.
+    void SystemMoved(float left, float top, float width, float height);
+    void SystemStateChanged(int state);
+
+protected:
+    // Design-time properties of the form and its controls; runs at every load.
+    virtual void Design() {}
+
+private:
+    void Unloaded();
+    Backend& backend_;
+    std::wstring caption_;
+    int windowState_ = kNormal;
+    bool loaded_ = false;
+    bool loading_ = false;
+    std::vector<Control*> controls_;
+    std::vector<std::function<void()>> arrayUnloaders_;
+};
+
+} // namespace ui

@@ -1,0 +1,57 @@
+// Files and text encodings at the edge of the program.
+//
+// Paths are the program's own strings: a backslash separates folders on every platform.
+// Every failure raises rt::RuntimeError with the number the original runtime gave.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace rt {
+
+// UTF-16 (Windows) or UTF-32 (elsewhere) wide text to UTF-8 and back. Invalid sequences and
+// lone surrogates become U+FFFD; nothing raises.
+std::string ToUtf8(std::wstring_view s);
+std::wstring FromUtf8(std::string_view s);
+
+// Windows-1252 single-byte text, as the system's own files are written. Bytes 0x81, 0x8D,
+// 0x8F, 0x90 and 0x9D map to the C1 code points of the same value (both ways, as Windows
+// does), so any byte string survives a round trip. Characters with no byte become '?'.
+std::string ToCp1252(std::wstring_view s);
+std::wstring FromCp1252(std::string_view s);
+
+// The program's path as a filesystem path: on Windows the UTF-16 text unchanged; elsewhere
+// backslashes become '/' and the text is encoded as UTF-8.
+std::filesystem::path ToFsPath(const std::wstring& path);
+
+// Whole-file read. Raises 53 when there is no such file, 52 for a malformed name, 75 when it
+// cannot be read (a folder, no access, read error).
+std::vector<uint8_t> ReadFileBytes(const std::wstring& path);
+
+// Creates or replaces the file with n bytes. Raises 76 when the folder is missing, 70 when
+// access is denied, 61 when the disk is full, 52 for a malformed name, 75 otherwise
+// (including when path names a folder).
+void WriteFileBytes(const std::wstring& path, const void* data, size_t n);
+
+// True for an existing regular file (not a folder).
+bool FileExists(const std::wstring& path);
+// True for an existing folder.
+bool DirExists(const std::wstring& path);
+
+// Creates one folder. Raises 75 when the name exists already or creation fails, 76 when the
+// parent folder is missing.
+void MkDir(const std::wstring& path);
+// Removes an empty folder. Raises 76 when there is no such folder, 75 when it is not empty
+// or cannot be removed.
+void RmDir(const std::wstring& path);
+// Deletes a file (no wildcards). Raises 53 when there is no such file, 75 when it cannot be
+// deleted (read-only, in use).
+void Kill(const std::wstring& path);
+// Copies src over dst. Raises 53 when src is missing, then as ReadFileBytes/WriteFileBytes.
+void FileCopy(const std::wstring& src, const std::wstring& dst);
+
+} // namespace rt

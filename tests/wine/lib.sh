@@ -1,0 +1,790 @@
+# shellcheck shell=bash disable=SC2034,SC2030,SC2031
+# Harness for checking the Windows build under Wine in a private Xvfb, driven by xdotool.
+#
+# Usage from a check script (bash, set -euo pipefail is fine):
+#   source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+#   wh_init my-check            # temp folder, artifacts folder, cleanup at exit
+#   wh_start_xvfb 1280x1024     # private X server, exports DISPLAY
+#   wh_show_picture             # known picture full screen: do it before any Wine window
+#   wh_start_wine               # fresh copy of the cached prefix, wineserver kept up
+#   wh_check "name" my_check_function args...
+#   wh_finish                   # prints the summary, exits 1 if a check failed
+#
+# Functions that find something set a global instead of printing, so that the failure
+# reason survives (no subshell): WH_WID, WH_X/WH_Y/WH_W/WH_H, WH_PID, WH_EXIT_CODE,
+# WH_DIFF, WH_SHOT. On failure they return 1 and append the reason to WH_REASON, which
+# wh_check reports. Paths given to wh_screenshot and the diff helpers that are not absolute
+# are taken in the artifacts folder.
+#
+# Environment: MIROVANTA_WINE_CACHE (ready prefix, default ~/.cache/mirovanta-wineprefix),
+# MIROVANTA_WINE_ARTIFACTS (default <repo>/build/wine-artifacts; one sub-folder a script),
+# MIROVANTA_WINE_KEEP=1 keeps the temp folder (prefix copy, home) after the run,
+# MIROVANTA_WINE_VERBOSE=1 echoes the harness log on stderr (always in harness.log).
+#
+# What was measured on this machine (Wine 8.0 Debian, 2 cores) and why the code is so:
+# - Making the prefix the first time (wineboot -i, wineserver -w, two reg adds) takes
+#   13-15 s. It is ~700 MB (system32 holds real PE files); cp -a takes 0.3 s warm, 1.4 s
+#   cold. The cache is keyed by `wine --version`, built under a lock, moved in atomically.
+# - The prefix is made with no DISPLAY and works on any later Xvfb and screen size
+#   (GetSystemMetrics reports the Xvfb size). With a DISPLAY, wineboot only adds a
+#   progress window. Mono/Gecko and menu entries are switched off while booting.
+# - wineboot links the profile folders (Documents, Desktop, ...) to $HOME. The cache
+#   turns those links into real folders and Wine runs with a private HOME, so nothing a
+#   run writes lands in the real home. The private HOME has an ALSA null device.
+# - Keys: Wine sends every key, whichever X window it was addressed to, to the Win32
+#   foreground window. With no window manager and Wine's default UseTakeFocus=Y, an X
+#   focus change does not activate a window (Wine waits for WM_TAKE_FOCUS), so once
+#   another Wine window or process took the foreground, keys go astray. The cached prefix
+#   sets HKCU\Software\Wine\X11 Driver\UseTakeFocus=N: then `xdotool windowfocus --sync
+#   WID` activates WID and plain `xdotool key/type` (XTEST) reach it, capitals included.
+#   `xdotool key --window WID` (XSendEvent) is no substitute: it reaches WID only when
+#   WID is already foreground, and drops Shift ("T1" arrives as "t1"). GetAsyncKeyState
+#   sees XTEST keys only while a Wine window has the X focus (a key sent while the picture
+#   window has it reaches no Wine program).
+# - A click does not move the X focus (no window manager): focus before typing. Keys
+#   that reach the picture window are commands of ImageMagick's display ("q" quits it,
+#   "c" starts a crop that grabs the pointer), so every key helper focuses its target.
+# - Geometry: nobody draws a title bar or frame. A top-level Wine window's X window is
+#   its Win32 window rectangle minus caption and frame: notepad, GetWindowRect
+#   0,0-972,729, is an X window 964x702 at +4+23 (frame 4, caption 19). The X window
+#   includes the menu bar; the client area starts below it (notepad: ClientToScreen(0,0)
+#   = 4,42, menu 19 high). For a window without a menu the X origin is the client origin,
+#   so wh_click coordinates are client coordinates; with a menu add its height (19).
+# - A new X window maps on top (no window manager): show the picture before starting
+#   Wine programs. The first Wine process paints the root black; the picture covers it,
+#   and a screenshot outside Wine windows equals the picture exactly. Screenshots never
+#   contain the pointer.
+# - `wine prog.exe` keeps its pid for the Windows process and exits with its exit code
+#   (mod 256), so a launched program can be waited for (wh_wait_exit).
+# - Wine's helper processes (wineserver, services.exe, explorer.exe ...) are daemons;
+#   after `wineserver -k` they may stay as zombies of pid 1 for a while until it reaps
+#   them (`pgrep -a wine` shows them as <defunct>); other users may run Wine too, so our
+#   own processes are found by the WINEPREFIX in their environment (wh_own_processes).
+
+WH_LIB_DIR=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+WH_REPO=$(cd "$WH_LIB_DIR/../.." && pwd)
+# Bump when the cached prefix is to be made differently.
+WH_PREFIX_RECIPE=1
+
+WH_NAME=""
+WH_TMP=""
+WH_ART=""
+WH_HOME=""
+WH_PREFIX=""
+WH_XVFB_PID=""
+WH_SCREEN_W=0
+WH_SCREEN_H=0
+WH_PICTURE=""
+WH_PICTURE_PID=""
+WH_PICTURE_WID=""
+WH_PIDS=()
+WH_EXIT_HOOKS=()
+WH_PASSED=0
+WH_FAILED=0
+WH_FAILED_NAMES=()
+WH_REASON=""
+WH_WID=""
+WH_X=0
+WH_Y=0
+WH_W=0
+WH_H=0
+WH_PID=""
+WH_EXIT_CODE=""
+WH_DIFF=""
+WH_SHOT=""
+_WH_CLEANED=0
+_WH_FINISHED=0
+
+# wh_log MESSAGE: appends a timestamped line to harness.log (and stderr when verbose).
+wh_log() {
+  local line
+  line="$(date +%H:%M:%S.%3N) $*"
+  if [[ -n $WH_ART && -d $WH_ART ]]; then printf '%s\n' "$line" >>"$WH_ART/harness.log"; fi
+  if [[ ${MIROVANTA_WINE_VERBOSE:-0} == 1 ]]; then printf '[wine] %s\n' "$line" >&2; fi
+  return 0
+}
+
+# wh_reason MESSAGE: records why the current check fails (reported by wh_check); returns 1.
+wh_reason() {
+  WH_REASON="${WH_REASON:+$WH_REASON; }$*"
+  wh_log "fail: $*"
+  return 1
+}
+
+# wh_die MESSAGE: the harness itself cannot go on (missing tool, no display...): stops the script.
+wh_die() {
+  printf 'FAIL %s: harness: %s\n' "${WH_NAME:-wine}" "$*"
+  wh_log "die: $*"
+  WH_FAILED=$((WH_FAILED + 1))
+  exit 2
+}
+
+# wh_init NAME: makes the temp and artifacts folders and installs the cleanup at exit.
+wh_init() {
+  WH_NAME=${1:?wh_init needs a name}
+  local tool
+  for tool in Xvfb xdotool xwininfo xdpyinfo import convert compare identify display \
+    wine wineserver wineboot flock timeout; do
+    command -v "$tool" >/dev/null 2>&1 || wh_die "missing tool: $tool"
+  done
+  local base=${MIROVANTA_WINE_ARTIFACTS:-$WH_REPO/build/wine-artifacts}
+  mkdir -p "$base"
+  WH_ART="$(cd "$base" && pwd)/$WH_NAME"
+  rm -rf "$WH_ART"
+  mkdir -p "$WH_ART"
+  WH_TMP=$(mktemp -d "${TMPDIR:-/tmp}/mirovanta-wine.XXXXXX")
+  trap '_wh_on_exit' EXIT
+  trap 'exit 129' HUP
+  trap 'exit 130' INT
+  trap 'exit 143' TERM
+  wh_log "init $WH_NAME tmp=$WH_TMP artifacts=$WH_ART"
+}
+
+# wh_on_exit COMMAND...: runs COMMAND at cleanup, before Wine and X are stopped.
+wh_on_exit() {
+  WH_EXIT_HOOKS+=("$*")
+}
+
+_wh_on_exit() {
+  local rc=$?
+  set +e
+  wh_cleanup
+  if ((_WH_FINISHED == 0)); then
+    if ((rc != 0)); then
+      printf 'FAIL %s: script stopped early (exit %d), see %s\n' "$WH_NAME" "$rc" "$WH_ART"
+    elif ((WH_FAILED > 0)); then
+      rc=1
+    fi
+  fi
+  exit "$rc"
+}
+
+# _wh_alive PID: true while PID exists and is not a zombie.
+_wh_alive() {
+  local stat
+  stat=$(cat "/proc/$1/stat" 2>/dev/null) || return 1
+  stat=${stat##*) }
+  [[ ${stat:0:1} != Z ]]
+}
+
+# _wh_stop PID: ends one of our own background children (TERM, then KILL) and reaps it.
+_wh_stop() {
+  local pid=$1 i
+  [[ -n $pid ]] || return 0
+  if _wh_alive "$pid"; then
+    kill -TERM "$pid" 2>/dev/null || true
+    for ((i = 0; i < 50; i++)); do
+      _wh_alive "$pid" || break
+      sleep 0.1
+    done
+    if _wh_alive "$pid"; then kill -KILL "$pid" 2>/dev/null || true; fi
+  fi
+  wait "$pid" 2>/dev/null || true
+  return 0
+}
+
+# wh_own_processes: prints "pid command" of live processes of this run (Wine processes with
+# our WINEPREFIX, our Xvfb and picture viewer); prints nothing once all is stopped.
+wh_own_processes() {
+  local f pid pids=()
+  if [[ -n $WH_PREFIX ]]; then
+    while IFS= read -r f; do
+      pid=${f#/proc/}
+      pid=${pid%/environ}
+      pids+=("$pid")
+    done < <(grep -lszxF "WINEPREFIX=$WH_PREFIX" /proc/[0-9]*/environ || true)
+  fi
+  for pid in "${pids[@]}"; do
+    # Every Wine process runs a wine binary (wine64, wine64-preloader, wineserver64);
+    # the harness shell and the tools it runs also carry WINEPREFIX and are left out.
+    [[ $(readlink "/proc/$pid/exe" 2>/dev/null) == */wine* ]] || continue
+    if _wh_alive "$pid"; then
+      printf '%s %s\n' "$pid" "$(tr '\0' ' ' <"/proc/$pid/cmdline" 2>/dev/null || true)"
+    fi
+  done
+  for pid in "$WH_XVFB_PID" "$WH_PICTURE_PID"; do
+    [[ -n $pid ]] || continue
+    if _wh_alive "$pid"; then
+      printf '%s %s\n' "$pid" "$(tr '\0' ' ' <"/proc/$pid/cmdline" 2>/dev/null || true)"
+    fi
+  done
+  return 0
+}
+
+# wh_cleanup: stops Wine (wineserver -k), the picture viewer and Xvfb, removes the temp
+# folder. Runs at exit; safe to call earlier and more than once.
+wh_cleanup() {
+  ((_WH_CLEANED)) && return 0
+  _WH_CLEANED=1
+  local hook pid i left
+  for ((i = ${#WH_EXIT_HOOKS[@]} - 1; i >= 0; i--)); do
+    hook=${WH_EXIT_HOOKS[i]}
+    eval "$hook" || wh_log "exit hook failed: $hook"
+  done
+  if [[ -n $WH_PREFIX ]]; then
+    WINEPREFIX=$WH_PREFIX timeout 20 wineserver -k >>"$WH_ART/wine.log" 2>&1 || true
+    for ((i = 0; i < 100; i++)); do
+      left=$(wh_own_processes | grep -v -e "^$WH_XVFB_PID " -e "^$WH_PICTURE_PID " || true)
+      [[ -z $left ]] && break
+      sleep 0.1
+    done
+    if [[ -n $left ]]; then
+      wh_log "still running after wineserver -k, killing: $left"
+      while read -r pid _; do kill -KILL "$pid" 2>/dev/null || true; done <<<"$left"
+    fi
+  fi
+  for pid in "${WH_PIDS[@]}"; do _wh_stop "$pid"; done
+  _wh_stop "$WH_PICTURE_PID"
+  _wh_stop "$WH_XVFB_PID"
+  if [[ -n $WH_TMP && -d $WH_TMP ]]; then
+    if [[ ${MIROVANTA_WINE_KEEP:-0} == 1 ]]; then
+      wh_log "kept $WH_TMP"
+    else
+      rm -rf "$WH_TMP"
+    fi
+  fi
+  wh_log "cleaned up"
+  return 0
+}
+
+# ---------------------------------------------------------------- X server
+
+# wh_start_xvfb [WxH]: starts a private Xvfb on the first free display of :90..:99 with a
+# 24-bit screen of WxH (default 1280x1024), exports DISPLAY, sets WH_SCREEN_W/H.
+wh_start_xvfb() {
+  local size=${1:-1280x1024} n pid lockpid i
+  [[ $size =~ ^([0-9]+)x([0-9]+)$ ]] || wh_die "bad screen size: $size"
+  WH_SCREEN_W=${BASH_REMATCH[1]}
+  WH_SCREEN_H=${BASH_REMATCH[2]}
+  for n in 90 91 92 93 94 95 96 97 98 99; do
+    [[ -e /tmp/.X$n-lock ]] && continue
+    Xvfb ":$n" -screen 0 "${size}x24" -nolisten tcp -noreset >>"$WH_ART/xvfb.log" 2>&1 &
+    pid=$!
+    for ((i = 0; i < 100; i++)); do
+      _wh_alive "$pid" || break
+      lockpid=$(tr -d ' \n' 2>/dev/null <"/tmp/.X$n-lock" || true)
+      if [[ $lockpid == "$pid" ]] && xdpyinfo -display ":$n" >/dev/null 2>&1; then
+        WH_XVFB_PID=$pid
+        export DISPLAY=":$n"
+        wh_log "Xvfb $DISPLAY ${size} pid $pid"
+        # Keep the pointer off the middle of the screen, where windows open.
+        xdotool mousemove "$((WH_SCREEN_W - 1))" "$((WH_SCREEN_H - 1))" 2>>"$WH_ART/xdotool.log" || true
+        return 0
+      fi
+      sleep 0.1
+    done
+    _wh_stop "$pid" # lost the race for this display, or it did not come up
+  done
+  wh_die "no free display in :90..:99 (see $WH_ART/xvfb.log)"
+}
+
+# ---------------------------------------------------------------- Wine prefix
+
+_wh_cache_dir() {
+  printf '%s' "${MIROVANTA_WINE_CACHE:-$HOME/.cache/mirovanta-wineprefix}"
+}
+
+_wh_cache_stamp() {
+  printf 'recipe=%s %s' "$WH_PREFIX_RECIPE" "$(WINEDEBUG=-all wine --version 2>/dev/null)"
+}
+
+# _wh_build_cache DIR: makes DIR/prefix from scratch. Caller holds the exclusive lock.
+_wh_build_cache() {
+  local cache=$1 new="$1/prefix.new.$$" home="$1/home" t0 link
+  rm -rf "$cache"/prefix.new.* "$home"
+  mkdir -p "$home"
+  t0=$(date +%s.%N)
+  printf 'building %s\n' "$(_wh_cache_stamp)" >"$cache/build.log"
+  wh_log "building the Wine prefix cache in $cache (once, about 15 s)"
+  (
+    unset DISPLAY WAYLAND_DISPLAY
+    export WINEPREFIX=$new WINEDEBUG=-all HOME=$home
+    export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=d"
+    wineboot -i && wineserver -w &&
+      wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f &&
+      wine reg add 'HKCU\Software\Wine\X11 Driver' /v UseTakeFocus /t REG_SZ /d N /f &&
+      wineserver -w
+  ) >>"$cache/build.log" 2>&1 || {
+    rm -rf "$new"
+    wh_die "making the Wine prefix failed, see $cache/build.log"
+  }
+  # Profile folders linked into the builder's home become plain folders of the prefix.
+  while IFS= read -r -d '' link; do
+    case $(readlink "$link") in
+    /*) rm "$link" && mkdir "$link" ;;
+    esac
+  done < <(find "$new/drive_c/users" -type l -print0)
+  if ! grep -q ShowCrashDialog "$new/user.reg" || ! grep -q UseTakeFocus "$new/user.reg"; then
+    wh_die "registry settings missing in the new prefix, see $cache/build.log"
+  fi
+  _wh_cache_stamp >"$new/.mirovanta-stamp"
+  rm -rf "$cache/prefix" "$home"
+  mv "$new" "$cache/prefix"
+  wh_log "prefix cache built in $(printf '%.1f' "$(echo "$(date +%s.%N) - $t0" | bc)") s"
+  printf 'built in %s s\n' "$(echo "$(date +%s.%N) - $t0" | bc)" >>"$cache/build.log"
+}
+
+# wh_start_wine: copies the cached prefix (made once, see above) to a fresh WINEPREFIX in
+# the temp folder, exports WINEPREFIX/WINEDEBUG and starts a persistent wineserver.
+wh_start_wine() {
+  local cache fd
+  cache=$(_wh_cache_dir)
+  mkdir -p "$cache"
+  exec {fd}>"$cache/lock"
+  flock -s "$fd"
+  if [[ "$(cat "$cache/prefix/.mirovanta-stamp" 2>/dev/null)" != "$(_wh_cache_stamp)" ]]; then
+    flock -x "$fd"
+    if [[ "$(cat "$cache/prefix/.mirovanta-stamp" 2>/dev/null)" != "$(_wh_cache_stamp)" ]]; then
+      _wh_build_cache "$cache"
+    fi
+    flock -s "$fd"
+  fi
+  WH_PREFIX="$WH_TMP/prefix"
+  cp -a "$cache/prefix" "$WH_PREFIX"
+  exec {fd}>&-
+  WH_HOME="$WH_TMP/home"
+  mkdir -p "$WH_HOME"
+  printf 'pcm.!default { type null }\nctl.!default { type null }\n' >"$WH_HOME/.asoundrc"
+  export WINEPREFIX=$WH_PREFIX WINEDEBUG=-all
+  export WINEDLLOVERRIDES="winemenubuilder.exe=d${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
+  HOME=$WH_HOME wineserver -p >>"$WH_ART/wine.log" 2>&1 || wh_die "wineserver -p failed"
+  wh_log "wine prefix $WH_PREFIX ready"
+}
+
+# wh_wine ARGS...: runs wine in the foreground with the run's private HOME (e.g. wh_wine reg add ...).
+wh_wine() {
+  HOME=$WH_HOME wine "$@" 2>>"$WH_ART/wine.log"
+}
+
+# wh_launch [-C DIR] [-l LOGNAME] EXE [ARGS...]: starts `wine EXE ARGS` in the background,
+# in DIR (default: the folder of EXE), output to artifacts/LOGNAME (default: EXE's name
+# .log). Sets WH_PID, the Windows process (wine keeps the pid).
+wh_launch() {
+  local dir="" log=""
+  while [[ $# -gt 0 ]]; do
+    case $1 in
+    -C) dir=$2; shift 2 ;;
+    -l) log=$2; shift 2 ;;
+    *) break ;;
+    esac
+  done
+  local exe=${1:?wh_launch needs a program}
+  shift
+  if [[ -z $dir ]]; then
+    if [[ $exe == */* ]]; then dir=$(dirname "$exe"); else dir=$PWD; fi
+  fi
+  [[ -n $log ]] || log="$(basename "$exe").log"
+  [[ $log == /* ]] || log="$WH_ART/$log"
+  (cd "$dir" && HOME=$WH_HOME exec wine "$exe" "$@") </dev/null >>"$log" 2>&1 &
+  WH_PID=$!
+  WH_PIDS+=("$WH_PID")
+  wh_log "launched $exe $* in $dir: pid $WH_PID"
+}
+
+# wh_wait_exit PID [TIMEOUT=10]: waits for a launched program to end; sets WH_EXIT_CODE.
+wh_wait_exit() {
+  local pid=$1 timeout=${2:-10} rc=0
+  wh_wait_for "process $pid to exit" "$timeout" _wh_not_alive "$pid" || return 1
+  wait "$pid" 2>/dev/null || rc=$?
+  WH_EXIT_CODE=$rc
+  wh_log "pid $pid exited with $rc"
+}
+
+_wh_not_alive() { ! _wh_alive "$1"; }
+
+# ---------------------------------------------------------------- waiting
+
+# wh_wait_for DESCRIPTION TIMEOUT COMMAND...: polls COMMAND every 0.1 s until it succeeds;
+# after TIMEOUT seconds records "timed out after Ns waiting for DESCRIPTION" and returns 1.
+wh_wait_for() {
+  local what=$1 timeout=$2
+  shift 2
+  local deadline saved=$WH_REASON last=""
+  deadline=$(($(date +%s%N) + $(awk -v t="$timeout" 'BEGIN { printf "%d", t * 1000 }') * 1000000))
+  while true; do
+    # A failed attempt is not a failure yet: keep its reason only for the timeout message.
+    WH_REASON=""
+    if "$@"; then
+      WH_REASON=$saved
+      return 0
+    fi
+    last=$WH_REASON
+    (($(date +%s%N) < deadline)) || break
+    sleep 0.1
+  done
+  WH_REASON=$saved
+  wh_reason "timed out after ${timeout}s waiting for $what${last:+ (last: $last)}"
+}
+
+# _wh_file_ready PATH: PATH exists, is not empty, and its size held still for 0.2 s.
+_wh_file_ready() {
+  [[ -s $1 ]] || return 1
+  local s1 s2
+  s1=$(stat -c %s "$1")
+  sleep 0.2
+  s2=$(stat -c %s "$1" 2>/dev/null) || return 1
+  [[ $s1 == "$s2" ]]
+}
+
+# wh_wait_file PATH [TIMEOUT=10]: waits until PATH exists, is not empty and stops growing.
+wh_wait_file() {
+  wh_wait_for "file $1" "${2:-10}" _wh_file_ready "$1"
+}
+
+# wh_wait_gone PATH [TIMEOUT=10]: waits until PATH no longer exists.
+wh_wait_gone() {
+  wh_wait_for "file $1 to go away" "${2:-10}" test ! -e "$1"
+}
+
+# ---------------------------------------------------------------- windows and input
+
+_wh_xdo() {
+  xdotool "$@" 2>>"$WH_ART/xdotool.log"
+}
+
+# wh_find_window [-a] TITLE_REGEX [TIMEOUT=10]: waits for a mapped window whose title
+# matches (extended regex, case-insensitive, as xdotool search --name); -a also accepts
+# unmapped windows. Sets WH_WID (the first found).
+wh_find_window() {
+  local only=(--onlyvisible)
+  if [[ ${1:-} == -a ]]; then only=(); shift; fi
+  local re=$1 timeout=${2:-10} out
+  if out=$(timeout "$timeout" xdotool search --sync "${only[@]}" --name "$re" 2>>"$WH_ART/xdotool.log"); then
+    WH_WID=${out%%$'\n'*}
+    wh_log "window /$re/: $WH_WID"
+    return 0
+  fi
+  wh_reason "no window titled /$re/ within ${timeout}s"
+}
+
+# wh_window_visible WID: true while WID exists and is mapped.
+wh_window_visible() {
+  xwininfo -id "$1" 2>/dev/null | grep -q 'Map State: IsViewable'
+}
+
+# wh_window_title WID: prints the title of WID.
+wh_window_title() {
+  _wh_xdo getwindowname "$1"
+}
+
+# wh_wait_window_gone WID [TIMEOUT=10]: waits until WID is destroyed or unmapped.
+wh_wait_window_gone() {
+  wh_wait_for "window $1 to close" "${2:-10}" _wh_window_hidden "$1"
+}
+
+_wh_window_hidden() { ! wh_window_visible "$1"; }
+
+# wh_window_geometry WID: sets WH_X WH_Y (absolute position of the X window) and WH_W WH_H.
+# For a Wine top-level window that is the Win32 window minus caption and frame (see top).
+wh_window_geometry() {
+  local info
+  info=$(xwininfo -id "$1" 2>/dev/null) || {
+    wh_reason "window $1 does not exist"
+    return 1
+  }
+  WH_X=$(sed -n 's/^ *Absolute upper-left X: *//p' <<<"$info")
+  WH_Y=$(sed -n 's/^ *Absolute upper-left Y: *//p' <<<"$info")
+  WH_W=$(sed -n 's/^ *Width: *//p' <<<"$info")
+  WH_H=$(sed -n 's/^ *Height: *//p' <<<"$info")
+}
+
+# wh_geometry_of WID: prints WID's rectangle as an ImageMagick geometry WxH+X+Y.
+wh_geometry_of() {
+  wh_window_geometry "$1" || return 1
+  printf '%sx%s+%s+%s' "$WH_W" "$WH_H" "$WH_X" "$WH_Y"
+}
+
+# wh_focus WID: gives WID the X focus and waits for it; with UseTakeFocus=N (set in the
+# cached prefix) this also makes a Wine window the Win32 foreground window.
+wh_focus() {
+  timeout 5 xdotool windowfocus --sync "$1" 2>>"$WH_ART/xdotool.log" ||
+    wh_reason "could not focus window $1"
+}
+
+# wh_raise WID: puts WID on top of the other windows.
+wh_raise() {
+  _wh_xdo windowraise "$1" || wh_reason "could not raise window $1"
+}
+
+# wh_key WID KEY...: focuses WID, then sends the keys (xdotool names: ctrl+s Return F12).
+wh_key() {
+  local wid=$1
+  shift
+  wh_focus "$wid" || return 1
+  _wh_xdo key --delay 30 "$@" || wh_reason "xdotool key $* failed"
+}
+
+# wh_type WID TEXT: focuses WID, then types TEXT.
+wh_type() {
+  wh_focus "$1" || return 1
+  _wh_xdo type --delay 20 -- "$2" || wh_reason "xdotool type failed"
+}
+
+# wh_key_hold WID KEY SECONDS: focuses WID, holds KEY down for SECONDS (for programs that
+# poll GetAsyncKeyState on a timer), then releases it.
+wh_key_hold() {
+  wh_focus "$1" || return 1
+  _wh_xdo keydown "$2" || {
+    wh_reason "keydown $2 failed"
+    return 1
+  }
+  sleep "$3"
+  _wh_xdo keyup "$2" || wh_reason "keyup $2 failed"
+}
+
+# _wh_origin WID: sets _WH_OX/_WH_OY to the origin of WID ("root": 0,0).
+_wh_origin() {
+  if [[ $1 == root ]]; then
+    _WH_OX=0
+    _WH_OY=0
+  else
+    wh_window_geometry "$1" || return 1
+    _WH_OX=$WH_X
+    _WH_OY=$WH_Y
+  fi
+}
+
+# wh_click WID X Y [BUTTON=1]: moves the pointer to X,Y relative to WID (or to the screen
+# with WID "root") and clicks. A click does not move the X focus.
+wh_click() {
+  _wh_origin "$1" || return 1
+  _wh_xdo mousemove "$((_WH_OX + $2))" "$((_WH_OY + $3))" click "${4:-1}" ||
+    wh_reason "click at $2,$3 of $1 failed"
+}
+
+# wh_drag WID X1 Y1 X2 Y2 [BUTTON=1]: presses at X1,Y1 relative to WID ("root": screen),
+# moves in steps to X2,Y2 and releases there.
+wh_drag() {
+  _wh_origin "$1" || return 1
+  local x1=$((_WH_OX + $2)) y1=$((_WH_OY + $3)) x2=$((_WH_OX + $4)) y2=$((_WH_OY + $5)) b=${6:-1} i
+  _wh_xdo mousemove "$x1" "$y1" mousedown "$b" || {
+    wh_reason "drag start failed"
+    return 1
+  }
+  for i in 1 2 3 4; do
+    _wh_xdo mousemove "$((x1 + (x2 - x1) * i / 4))" "$((y1 + (y2 - y1) * i / 4))" || true
+    sleep 0.05
+  done
+  _wh_xdo mouseup "$b" || wh_reason "drag end failed"
+}
+
+# wh_mouse_move X Y: moves the pointer to screen coordinates X,Y.
+wh_mouse_move() {
+  _wh_xdo mousemove "$1" "$2"
+}
+
+# ---------------------------------------------------------------- pictures
+
+_wh_art_path() {
+  if [[ $1 == /* ]]; then printf '%s' "$1"; else printf '%s/%s' "$WH_ART" "$1"; fi
+}
+
+# wh_make_picture FILE WxH: writes a deterministic test picture (PNG, 8-bit RGB): colour
+# gradients, a 100-px grid with coordinates, coloured blocks, corner marks, a 1-px
+# checkerboard, stripes, seeded noise and a caption. Every pixel follows from the command.
+wh_make_picture() {
+  local file=$1 size=$2 w h x y font=() draw=() labels=()
+  [[ $size =~ ^([0-9]+)x([0-9]+)$ ]] || wh_die "bad picture size: $size"
+  w=${BASH_REMATCH[1]}
+  h=${BASH_REMATCH[2]}
+  if convert -list font 2>/dev/null | grep -q 'Font: DejaVu-Sans$'; then font=(-font DejaVu-Sans); fi
+  for ((x = 100; x < w; x += 100)); do
+    draw+=(-draw "line $x,0 $x,$((h - 1))")
+    labels+=(-annotate "+$((x + 3))+14" "$x")
+  done
+  for ((y = 100; y < h; y += 100)); do
+    draw+=(-draw "line 0,$y $((w - 1)),$y")
+    labels+=(-annotate "+3+$((y + 14))" "$y")
+  done
+  local blocks=(black white red lime blue cyan magenta yellow) i c
+  local block_draw=()
+  for i in "${!blocks[@]}"; do
+    c=${blocks[i]}
+    x=$((40 + i * 80))
+    block_draw+=(-fill "$c" -draw "rectangle $x,40 $((x + 63)),103")
+  done
+  convert \
+    \( -size "${h}x${w}" gradient:black-white -rotate 90 \) \
+    \( -size "${w}x${h}" gradient:white-black \) \
+    \( -size "${w}x${h}" -define gradient:angle=45 gradient:'#202020-#e0e0e0' \) \
+    -combine -set colorspace sRGB +antialias \
+    -stroke '#00000070' -fill none "${draw[@]}" -stroke none \
+    "${block_draw[@]}" \
+    -fill '#ff8000' -draw "rectangle 0,0 7,7" -fill '#0080ff' -draw "rectangle $((w - 8)),0 $((w - 1)),7" \
+    -fill '#80ff00' -draw "rectangle 0,$((h - 8)) 7,$((h - 1))" \
+    -fill '#ff0080' -draw "rectangle $((w - 8)),$((h - 8)) $((w - 1)),$((h - 1))" \
+    \( -size 128x128 pattern:gray50 \) -geometry "+$((w - 168))+40" -compose over -composite \
+    \( -size 128x128 pattern:vertical2 \) -geometry "+$((w - 168))+200" -composite \
+    \( -size 128x128 xc:gray -seed 1234 +noise Random \) -geometry "+$((w - 168))+360" -composite \
+    -antialias -fill '#101010' "${font[@]}" -pointsize 11 "${labels[@]}" \
+    -fill white -pointsize 28 -annotate "+40+$((h - 40))" "Mirovanta known screen ${w}x${h}" \
+    -alpha off -depth 8 -type TrueColor "png24:$file" ||
+    wh_die "making the test picture failed"
+}
+
+# wh_show_picture [FILE]: shows FILE (default: a new test picture of the screen size,
+# artifacts/picture.png) borderless at 0,0 and waits until the screen equals it. Call it
+# before starting Wine programs: a window mapped later covers them. Sets WH_PICTURE,
+# WH_PICTURE_WID. Never send keys to this window (display takes them as commands).
+wh_show_picture() {
+  local file=${1:-}
+  if [[ -z $file ]]; then
+    file="$WH_ART/picture.png"
+    wh_make_picture "$file" "${WH_SCREEN_W}x${WH_SCREEN_H}"
+  fi
+  WH_PICTURE=$file
+  display -geometry +0+0 -borderwidth 0 -immutable -title mirovanta-known-picture "$file" \
+    </dev/null >>"$WH_ART/display.log" 2>&1 &
+  WH_PICTURE_PID=$!
+  wh_find_window '^mirovanta-known-picture$' 10 || wh_die "picture window did not appear: $WH_REASON"
+  WH_PICTURE_WID=$WH_WID
+  wh_wait_for "the screen to show the picture" 10 _wh_screen_is_picture ||
+    wh_die "the screen does not show the picture: $WH_REASON"
+  wh_log "picture shown: $file"
+}
+
+_wh_screen_is_picture() {
+  local shot="$WH_TMP/picture-check.png"
+  import -window root "$shot" 2>/dev/null || return 1
+  wh_diff_count "$shot" "$WH_PICTURE" 2>/dev/null || return 1
+  [[ $WH_DIFF == 0 ]]
+}
+
+# wh_screenshot FILE [GEOMETRY]: grabs the root window (or the region WxH+X+Y) into FILE;
+# sets WH_SHOT to its full path.
+wh_screenshot() {
+  local file
+  file=$(_wh_art_path "$1")
+  import -window root "$file" 2>>"$WH_ART/harness.log" || {
+    wh_reason "screenshot failed"
+    return 1
+  }
+  if [[ -n ${2:-} ]]; then
+    convert "$file" -crop "$2" +repage "$file" || {
+      wh_reason "cropping screenshot to $2 failed"
+      return 1
+    }
+  fi
+  WH_SHOT=$file
+  wh_log "screenshot $file${2:+ ($2)}"
+}
+
+# wh_diff_count A B [--region WxH+X+Y] [--fuzz F] [--exclude WxH+X+Y]... [--diff OUT]:
+# counts the differing pixels of A and B (compare -metric AE) into WH_DIFF. --region
+# compares that part only; --exclude blanks a rectangle in both first; --fuzz is
+# ImageMagick's (e.g. 2%); --diff writes compare's difference picture.
+wh_diff_count() {
+  local a b region="" fuzz="" out="null:" excl=() g
+  a=$(_wh_art_path "$1")
+  b=$(_wh_art_path "$2")
+  shift 2
+  while [[ $# -gt 0 ]]; do
+    case $1 in
+    --region) region=$2 ;;
+    --fuzz) fuzz=$2 ;;
+    --exclude) excl+=("$2") ;;
+    --diff) out=$(_wh_art_path "$2") ;;
+    *) wh_die "wh_diff_count: unknown option $1" ;;
+    esac
+    shift 2
+  done
+  local sa sb
+  sa=$(identify -format '%wx%h' "$a" 2>/dev/null) || { wh_reason "cannot read $a"; return 1; }
+  sb=$(identify -format '%wx%h' "$b" 2>/dev/null) || { wh_reason "cannot read $b"; return 1; }
+  if [[ $sa != "$sb" ]]; then
+    wh_reason "sizes differ: $(basename "$a") $sa, $(basename "$b") $sb"
+    return 1
+  fi
+  if ((${#excl[@]})); then
+    local ops=(+antialias -fill black -stroke none) gx gy gw gh
+    for g in "${excl[@]}"; do
+      [[ $g =~ ^([0-9]+)x([0-9]+)\+(-?[0-9]+)\+(-?[0-9]+)$ ]] || wh_die "bad geometry: $g"
+      gw=${BASH_REMATCH[1]} gh=${BASH_REMATCH[2]} gx=${BASH_REMATCH[3]} gy=${BASH_REMATCH[4]}
+      ops+=(-draw "rectangle $gx,$gy $((gx + gw - 1)),$((gy + gh - 1))")
+    done
+    if ! convert "$a" "${ops[@]}" "$WH_TMP/diff-a.miff" || ! convert "$b" "${ops[@]}" "$WH_TMP/diff-b.miff"; then
+      wh_reason "masking failed"
+      return 1
+    fi
+    a="$WH_TMP/diff-a.miff"
+    b="$WH_TMP/diff-b.miff"
+  fi
+  if [[ -n $region ]]; then
+    a="${a}[$region]"
+    b="${b}[$region]"
+  fi
+  local args=(-precision 15 -metric AE) res rc=0
+  [[ -n $fuzz ]] && args+=(-fuzz "$fuzz")
+  res=$(compare "${args[@]}" "$a" "$b" "$out" 2>&1) || rc=$?
+  if ((rc > 1)) || [[ ! $res =~ ^[0-9]+$ ]]; then
+    wh_reason "compare failed: $res"
+    return 1
+  fi
+  WH_DIFF=$res
+}
+
+# wh_assert_same NAME A B [wh_diff_count options]: fails (reason recorded) unless A and B
+# are equal; on failure writes artifacts/NAME-diff.png.
+wh_assert_same() {
+  local name=$1
+  shift
+  wh_diff_count "$@" || return 1
+  if [[ $WH_DIFF != 0 ]]; then
+    wh_diff_count "$@" --diff "$name-diff.png" || true
+    wh_reason "$WH_DIFF pixels differ between $(basename "$1") and $(basename "$2") (see $WH_ART/$name-diff.png)"
+    return 1
+  fi
+}
+
+# wh_assert_differs NAME A B [wh_diff_count options]: fails unless A and B differ somewhere.
+wh_assert_differs() {
+  local name=$1
+  shift
+  wh_diff_count "$@" || return 1
+  [[ $WH_DIFF != 0 ]] || wh_reason "$name: $(basename "$1") and $(basename "$2") are identical"
+}
+
+# ---------------------------------------------------------------- reporting
+
+# wh_pass NAME: reports a passed check.
+wh_pass() {
+  WH_PASSED=$((WH_PASSED + 1))
+  printf 'PASS %s\n' "$1"
+  wh_log "PASS $1"
+}
+
+# wh_fail NAME REASON: reports a failed check.
+wh_fail() {
+  WH_FAILED=$((WH_FAILED + 1))
+  WH_FAILED_NAMES+=("$1")
+  printf 'FAIL %s: %s\n' "$1" "$2"
+  wh_log "FAIL $1: $2"
+}
+
+# wh_check NAME COMMAND...: runs COMMAND (usually a function of the script, in this shell)
+# and reports PASS, or FAIL with the reasons recorded by the helpers (or its exit status).
+# Inside COMMAND, end at the first hard failure with `|| return 1`.
+wh_check() {
+  local name=$1 rc=0
+  shift
+  WH_REASON=""
+  wh_log "check $name"
+  "$@" || rc=$?
+  if ((rc == 0)) && [[ -z $WH_REASON ]]; then
+    wh_pass "$name"
+  else
+    wh_fail "$name" "${WH_REASON:-returned $rc}"
+  fi
+  WH_REASON=""
+  return 0
+}
+
+# wh_finish: stops everything, prints the summary and exits (1 if any check failed).
+wh_finish() {
+  _WH_FINISHED=1
+  wh_cleanup
+  printf '%s: %d passed, %d failed%s\n' "$WH_NAME" "$WH_PASSED" "$WH_FAILED" \
+    "$( ((WH_FAILED)) && printf ' (artifacts: %s)' "$WH_ART")"
+  ((WH_FAILED == 0)) && exit 0
+  exit 1
+}

@@ -1,0 +1,52 @@
+// mkassets OUTPUT_DIR: draws the toolbar bitmaps and the shutter sound installed beside the
+// program. Exits non-zero with a message when a file cannot be written.
+#include "icons.h"
+#include "platform/gdi/bmp.h"
+#include "sound.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+bool WriteFile(const std::filesystem::path& path, const std::vector<uint8_t>& bytes) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    if (!out) return false;
+    out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+    out.close();
+    return !out.fail();
+}
+
+std::vector<uint8_t> DrawButton(void (*draw)(mk::Canvas&), bool highlight) {
+    mk::Canvas canvas(mk::kButtonSize);
+    mk::DrawButtonBackground(canvas, highlight);
+    if (draw) draw(canvas);
+    return gdi::EncodeBmp(canvas.Downsample(), 24);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: mkassets OUTPUT_DIR\n");
+        return 2;
+    }
+    const std::filesystem::path dir = argv[1];
+    int failures = 0;
+    auto write = [&](const char* name, const std::vector<uint8_t>& bytes) {
+        if (WriteFile(dir / name, bytes)) return;
+        std::fprintf(stderr, "mkassets: cannot write %s\n", (dir / name).string().c_str());
+        ++failures;
+    };
+
+    for (const mk::ButtonPicture& b : mk::ToolbarButtons()) {
+        write(b.normalFile, DrawButton(b.draw, false));
+        write(b.highlightFile, DrawButton(b.draw, true));
+    }
+    // The strip after the last button is the bare bar.
+    write("toutbleuc.bmp", DrawButton(nullptr, false));
+    write("camera.wav", mk::ShutterWav());
+    return failures == 0 ? 0 : 1;
+}
