@@ -57,8 +57,8 @@ void Flistimages::Design() {
     Labscroll.SetFont({L"Arial", 8, true, false});
     Labscroll.SetTransparent(true);
     Labflech.Move(2830, 800, 375, 375);
-    Labflech.SetFont({L"Wingdings", 14, false, false});
-    Labflech.SetCaption(L"\u00E7");
+    Labflech.SetFont({L"Arial", 14, true, false});
+    Labflech.SetCaption(L"\u25C4");
     Labflech.SetTransparent(true);
     LabGif.Move(40, 200, 2000, 285);
     LblcheckHlp.Move(40, 50, 2700, 500);
@@ -68,11 +68,16 @@ void Flistimages::Design() {
 
 void Flistimages::Form_Load() {
     Frame1.SetBackColor(app.main->BackColor());
+    // The strip stays behind the thumbnails made later.
+    Frame1.ZOrder(1);
     Lbldim[0].SetBackColor(app.main->BackColor());
+    // The tick boxes stand on the strip: the window's own colour would be see-through.
+    Chkmail[0].SetBackColor(app.main->BackColor());
+    Chksav[0].SetBackColor(app.main->BackColor());
     Labflech.SetLeft(Frame1.Left() + Frame1.Width() + 30);
     // The background colour is the layered window's colour key: it vanishes and lets the
     // mouse through, so the thumbnails seem to float on the desktop.
-    transparentKey = kFondTransparent;
+    SetTransparentKey(kFondTransparent);
     SetTop(0);
     SetLeft(0);
     Gimage1[0].SetTop(Image1[0].Top());

@@ -28,6 +28,11 @@ void Form::SetWindowState(int s) {
     if (OnResize) OnResize();
 }
 
+void Form::SetTransparentKey(int64_t key) {
+    transparentKey_ = key;
+    Changed(Change::Style);
+}
+
 void Form::Register(Control* c) {
     controls_.push_back(c);
 }

@@ -30,8 +30,9 @@ public:
     bool showInTaskbar = true;
     bool keyPreview = false;
     bool topMost = false;
-    // Colour key of a layered see-through window; -1 for none.
-    int64_t transparentKey = -1;
+    // Colour key of a layered see-through window (0x00BBGGRR); -1 for none.
+    int64_t TransparentKey() const { return transparentKey_; }
+    void SetTransparentKey(int64_t key);
 
     bool IsLoaded() const { return loaded_; }
     // Loads the form if needed: design properties, windows, then OnLoad.
@@ -79,6 +80,7 @@ private:
     Backend& backend_;
     std::wstring caption_;
     int windowState_ = kNormal;
+    int64_t transparentKey_ = -1;
     bool loaded_ = false;
     bool loading_ = false;
     std::vector<Control*> controls_;

@@ -1,0 +1,85 @@
+#include "app/test_driver.h"
+
+#include "app/app.h"
+#include "core/frmMain.h"
+#include "runtime/files.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace mv {
+
+namespace {
+
+void Append(const std::string& file, const std::string& text) {
+    std::ofstream out(rt::ToFsPath(rt::FromUtf8(file)), std::ios::app);
+    out << text << "\n";
+}
+
+void Wait(App& app, int ms) {
+    const double end = app.be.Timer() + ms / 1000.0;
+    while (app.be.Timer() < end) app.DoEvents();
+}
+
+void RunLine(App& app, const std::string& line) {
+    std::istringstream in(line);
+    std::string verb;
+    in >> verb;
+    if (verb == "wait") {
+        int ms = 0;
+        in >> ms;
+        Wait(app, ms);
+    } else if (verb == "click") {
+        int n = 0;
+        in >> n;
+        app.main->bouton_Click(n);
+    } else if (verb == "key") {
+        int code = 0, shift = 0;
+        in >> code >> shift;
+        app.main->Form_KeyDown(int16_t(code), int16_t(shift));
+    } else if (verb == "gui") {
+        std::string file;
+        in >> file;
+        auto g = app.be.GuiResourceCounts();
+        Append(file, std::to_string(g.gdiObjects) + " " + std::to_string(g.userObjects));
+    } else if (verb == "mark") {
+        std::string file, text;
+        in >> file;
+        std::getline(in >> std::ws, text);
+        Append(file, text);
+    }
+}
+
+} // namespace
+
+void RunTestDriver(App& app) {
+    const char* script = std::getenv("MIROVANTA_DRIVER");
+    if (!script || !*script) return;
+    std::ifstream in(rt::ToFsPath(rt::FromUtf8(script)));
+    std::vector<std::string> lines;
+    for (std::string l; std::getline(in, l);) {
+        if (!l.empty() && l.back() == '\r') l.pop_back();
+        lines.push_back(l);
+    }
+    for (size_t i = 0; i < lines.size(); ++i) {
+        std::istringstream head(lines[i]);
+        std::string verb;
+        head >> verb;
+        if (verb != "repeat") {
+            RunLine(app, lines[i]);
+            continue;
+        }
+        int n = 0;
+        head >> n;
+        size_t end = i + 1;
+        while (end < lines.size() && lines[end] != "end") ++end;
+        for (int k = 0; k < n; ++k)
+            for (size_t j = i + 1; j < end; ++j) RunLine(app, lines[j]);
+        i = end;
+    }
+}
+
+} // namespace mv

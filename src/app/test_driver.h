@@ -1,0 +1,18 @@
+// The scripted driver of the test flavour of the program (never in the shipped one): it
+// reads a script named by the environment variable MIROVANTA_DRIVER and runs it after the
+// start, with pending events running between steps.
+//
+//   wait MS           run pending events for MS milliseconds
+//   click N           toolbar button N
+//   key CODE SHIFT    a key reaching the main window
+//   repeat N ... end  the lines between, N times (no nesting)
+//   gui FILE          append the process's GDI and USER object counts to FILE
+//   mark FILE TEXT    append TEXT to FILE (a sign for the check that drives the run)
+#pragma once
+
+namespace mv {
+
+class App;
+void RunTestDriver(App& app);
+
+} // namespace mv

@@ -1,0 +1,240 @@
+#include "platform/win32/win32_backend.h"
+
+#include "platform/ui/form.h"
+
+#include <commdlg.h>
+
+#include <vector>
+
+namespace win32 {
+
+namespace {
+const wchar_t kTimerClass[] = L"MirovantaTimers";
+Win32Backend* g_backend = nullptr;
+
+std::wstring FilterText(const std::wstring& filter) {
+    // "Text|*.txt|All|*.*" becomes the double-zero-ended list of the dialogs.
+    std::wstring out = filter;
+    for (auto& c : out)
+        if (c == L'|') c = L'\0';
+    out.push_back(L'\0');
+    out.push_back(L'\0');
+    return out;
+}
+} // namespace
+
+void Fire(Win32Backend& be, const std::function<void()>& f) {
+    ui::Dispatch(be, f);
+}
+
+Win32Backend::Win32Backend() {
+    g_backend = this;
+    RegisterWindowClasses();
+    WNDCLASSEXW wc{};
+    wc.cbSize = sizeof wc;
+    wc.lpfnWndProc = TimerProc;
+    wc.hInstance = GetModuleHandleW(nullptr);
+    wc.lpszClassName = kTimerClass;
+    RegisterClassExW(&wc);
+    timerWindow_ = CreateWindowExW(0, kTimerClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                   wc.hInstance, nullptr);
+    desktop_ = MakeDesktop();
+    cursor_ = MakeCursor();
+    keyboard_ = MakeKeyboard();
+    clipboard_ = MakeClipboard();
+    shell_ = MakeShell();
+}
+
+Win32Backend::~Win32Backend() {
+    if (timerWindow_) DestroyWindow(timerWindow_);
+    g_backend = nullptr;
+}
+
+std::unique_ptr<ui::Peer> Win32Backend::CreatePeer(ui::Control& c) {
+    return MakePeer(*this, c);
+}
+
+LRESULT CALLBACK Win32Backend::TimerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_TIMER && g_backend) {
+        auto it = g_backend->timers_.find(wp);
+        if (it != g_backend->timers_.end()) {
+            ui::Timer* t = it->second;
+            Fire(*g_backend, [t] { t->Tick(); });
+        }
+        return 0;
+    }
+    return DefWindowProcW(h, msg, wp, lp);
+}
+
+void Win32Backend::TimerChanged(ui::Timer& t) {
+    auto it = timerIds_.find(&t);
+    if (t.Running()) {
+        UINT_PTR id;
+        if (it == timerIds_.end()) {
+            id = nextTimerId_++;
+            timerIds_[&t] = id;
+            timers_[id] = &t;
+        } else {
+            id = it->second;
+        }
+        // Setting it again restarts the interval, as the toolkit's timers do.
+        SetTimer(timerWindow_, id, UINT(t.Interval()), nullptr);
+    } else if (it != timerIds_.end()) {
+        KillTimer(timerWindow_, it->second);
+        timers_.erase(it->second);
+        timerIds_.erase(it);
+    }
+}
+
+void Win32Backend::DoEvents() {
+    MSG msg;
+    bool any = false;
+    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        any = true;
+        if (msg.message == WM_QUIT) {
+            PostQuitMessage(int(msg.wParam));
+            break;
+        }
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+    // Waits that loop on pending events give the processor away until input comes.
+    if (!any) MsgWaitForMultipleObjects(0, nullptr, FALSE, 1, QS_ALLINPUT);
+}
+
+int Win32Backend::Run() {
+    MSG msg;
+    while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+    return int(msg.wParam);
+}
+
+void Win32Backend::RunModal(ui::Form& f) {
+    HWND self = HWND(f.Handle());
+    std::vector<HWND> disabled;
+    for (auto& [h, form] : forms_)
+        if (h != self && IsWindowEnabled(h)) {
+            EnableWindow(h, FALSE);
+            disabled.push_back(h);
+        }
+    MSG msg;
+    while (f.IsLoaded() && f.Visible()) {
+        int r = GetMessageW(&msg, nullptr, 0, 0);
+        if (r <= 0) {
+            PostQuitMessage(0);
+            break;
+        }
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+    for (HWND h : disabled)
+        if (IsWindow(h)) EnableWindow(h, TRUE);
+}
+
+int Win32Backend::MsgBox(const std::wstring& prompt, int style, const std::wstring& title) {
+    return MessageBoxW(OwnerWindow(), prompt.c_str(), title.c_str(),
+                       UINT(style) | MB_SETFOREGROUND);
+}
+
+void Win32Backend::PopupMenu(ui::Form& f, ui::Menu& m) {
+    // The menu's peer owns its pop-up handle; it asks for it through Update(Children).
+    POINT p;
+    GetCursorPos(&p);
+    HMENU h = reinterpret_cast<HMENU>(m.GetPeer() ? m.GetPeer()->Handle() : 0);
+    if (!h) return;
+    HWND owner = HWND(f.Handle());
+    SetForegroundWindow(owner);
+    TrackPopupMenu(h, TPM_LEFTALIGN | TPM_RIGHTBUTTON, p.x, p.y, 0, owner, nullptr);
+    PostMessageW(owner, WM_NULL, 0, 0);
+}
+
+bool Win32Backend::FileDialog(ui::CommonDialog& d, ui::FileDialogKind kind) {
+    if (kind == ui::FileDialogKind::Printer) return false;
+    std::vector<wchar_t> buffer(32768, L'\0');
+    d.fileName.copy(buffer.data(), std::min(d.fileName.size(), buffer.size() - 1));
+    const std::wstring filter = FilterText(d.filter);
+    OPENFILENAMEW ofn{};
+    ofn.lStructSize = sizeof ofn;
+    ofn.hwndOwner = OwnerWindow();
+    ofn.lpstrFilter = d.filter.empty() ? nullptr : filter.c_str();
+    ofn.nFilterIndex = DWORD(d.filterIndex);
+    ofn.lpstrFile = buffer.data();
+    ofn.nMaxFile = DWORD(buffer.size());
+    ofn.lpstrInitialDir = d.initDir.empty() ? nullptr : d.initDir.c_str();
+    ofn.lpstrTitle = d.dialogTitle.empty() ? nullptr : d.dialogTitle.c_str();
+    ofn.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    BOOL ok = kind == ui::FileDialogKind::Save ? GetSaveFileNameW(&ofn) : GetOpenFileNameW(&ofn);
+    if (!ok) return false;
+    d.fileName = buffer.data();
+    d.filterIndex = int(ofn.nFilterIndex);
+    return true;
+}
+
+ui::ScreenMetrics Win32Backend::Screen() const {
+    ui::ScreenMetrics m;
+    m.widthPx = GetSystemMetrics(SM_CXSCREEN);
+    m.heightPx = GetSystemMetrics(SM_CYSCREEN);
+    HDC dc = GetDC(nullptr);
+    int dpiX = GetDeviceCaps(dc, LOGPIXELSX);
+    int dpiY = GetDeviceCaps(dc, LOGPIXELSY);
+    ReleaseDC(nullptr, dc);
+    m.tppX = dpiX > 0 ? float(1440 / dpiX) : 15.f;
+    m.tppY = dpiY > 0 ? float(1440 / dpiY) : 15.f;
+    return m;
+}
+
+rt::SystemTime Win32Backend::Now() const {
+    SYSTEMTIME st;
+    GetLocalTime(&st);
+    return {st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond, st.wMilliseconds};
+}
+
+void Win32Backend::End() {
+    ExitProcess(0);
+}
+
+void Win32Backend::ReportFatal(const rt::RuntimeError& e) {
+    std::wstring text = L"Run-time error '" + std::to_wstring(e.number) + L"':\n\n" + e.text;
+    MessageBoxW(OwnerWindow(), text.c_str(), L"Mirovanta", MB_OK | MB_ICONSTOP);
+    ExitProcess(1);
+}
+
+ui::Form* Win32Backend::ActiveForm() const {
+    return FormOf(GetActiveWindow());
+}
+
+platform::GuiResources Win32Backend::GuiResourceCounts() {
+    return {int(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)),
+            int(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS))};
+}
+
+void Win32Backend::FormCreated(HWND h, ui::Form* f) {
+    forms_[h] = f;
+}
+
+void Win32Backend::FormDestroyed(HWND h) {
+    forms_.erase(h);
+    // The program ends with its last form, as the toolkit's programs do.
+    if (forms_.empty()) PostQuitMessage(0);
+}
+
+ui::Form* Win32Backend::FormOf(HWND h) const {
+    while (h) {
+        auto it = forms_.find(h);
+        if (it != forms_.end()) return it->second;
+        h = GetParent(h);
+    }
+    return nullptr;
+}
+
+HWND Win32Backend::OwnerWindow() const {
+    HWND active = GetActiveWindow();
+    if (FormOf(active)) return active;
+    for (auto& [h, f] : forms_)
+        if (IsWindowVisible(h)) return h;
+    return nullptr;
+}
+
+} // namespace win32

@@ -1,0 +1,74 @@
+// The real backend: every control is a window, pictures are painted from their surfaces
+// on WM_PAINT, timers are SetTimer, dialogs are the common dialogs.
+#pragma once
+
+#include "platform/ui/backend.h"
+#include "platform/win32/handles.h"
+
+#include <map>
+#include <memory>
+
+namespace win32 {
+
+class Win32Backend : public ui::Backend {
+public:
+    Win32Backend();
+    ~Win32Backend() override;
+
+    std::unique_ptr<ui::Peer> CreatePeer(ui::Control& c) override;
+    void TimerChanged(ui::Timer& t) override;
+    void DoEvents() override;
+    void RunModal(ui::Form& f) override;
+    int MsgBox(const std::wstring& prompt, int style, const std::wstring& title) override;
+    void PopupMenu(ui::Form& f, ui::Menu& m) override;
+    bool FileDialog(ui::CommonDialog& d, ui::FileDialogKind kind) override;
+    ui::ScreenMetrics Screen() const override;
+    rt::SystemTime Now() const override;
+    [[noreturn]] void End() override;
+    [[noreturn]] void ReportFatal(const rt::RuntimeError& e) override;
+    ui::Form* ActiveForm() const override;
+    platform::Desktop& GetDesktop() override { return *desktop_; }
+    platform::Cursor& GetCursor() override { return *cursor_; }
+    platform::Keyboard& GetKeyboard() override { return *keyboard_; }
+    platform::Clipboard& GetClipboard() override { return *clipboard_; }
+    platform::Shell& GetShell() override { return *shell_; }
+    platform::GuiResources GuiResourceCounts() override;
+
+    // The main loop: runs until the last form is gone or the program ends.
+    int Run();
+
+    // Bookkeeping of the peers.
+    void FormCreated(HWND h, ui::Form* f);
+    void FormDestroyed(HWND h);
+    ui::Form* FormOf(HWND h) const;
+    // The window of any loaded form, as owner of message boxes.
+    HWND OwnerWindow() const;
+
+private:
+    static LRESULT CALLBACK TimerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp);
+    HWND timerWindow_ = nullptr;
+    std::map<ui::Timer*, UINT_PTR> timerIds_;
+    std::map<UINT_PTR, ui::Timer*> timers_;
+    UINT_PTR nextTimerId_ = 1;
+    std::map<HWND, ui::Form*> forms_;
+    std::unique_ptr<platform::Desktop> desktop_;
+    std::unique_ptr<platform::Cursor> cursor_;
+    std::unique_ptr<platform::Keyboard> keyboard_;
+    std::unique_ptr<platform::Clipboard> clipboard_;
+    std::unique_ptr<platform::Shell> shell_;
+};
+
+// Services, in win32_services.cpp.
+std::unique_ptr<platform::Desktop> MakeDesktop();
+std::unique_ptr<platform::Cursor> MakeCursor();
+std::unique_ptr<platform::Keyboard> MakeKeyboard();
+std::unique_ptr<platform::Clipboard> MakeClipboard();
+std::unique_ptr<platform::Shell> MakeShell();
+
+// Peers, in win32_peers.cpp.
+std::unique_ptr<ui::Peer> MakePeer(Win32Backend& be, ui::Control& c);
+void RegisterWindowClasses();
+// Runs a handler of the model from a window procedure.
+void Fire(Win32Backend& be, const std::function<void()>& f);
+
+} // namespace win32
