@@ -4,6 +4,7 @@
 #include "core/frmMain.h"
 #include "runtime/files.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -45,6 +46,14 @@ void RunLine(App& app, const std::string& line) {
         in >> file;
         auto g = app.be.GuiResourceCounts();
         Append(file, std::to_string(g.gdiObjects) + " " + std::to_string(g.userObjects));
+    } else if (verb == "keepwindows") {
+        app.params.GardeFenetres = 1;
+    } else if (verb == "time") {
+        std::string file, label;
+        in >> file >> label;
+        char buf[64];
+        std::snprintf(buf, sizeof buf, "%.3f", app.be.Timer());
+        Append(file, label + " " + buf);
     } else if (verb == "mark") {
         std::string file, text;
         in >> file;

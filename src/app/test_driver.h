@@ -5,9 +5,11 @@
 //   wait MS           run pending events for MS milliseconds
 //   click N           toolbar button N
 //   key CODE SHIFT    a key reaching the main window
+//   keepwindows       the windows stay on screen during grabs (GardeFenetres 1)
 //   repeat N ... end  the lines between, N times (no nesting)
 //   gui FILE          append the process's GDI and USER object counts to FILE
 //   mark FILE TEXT    append TEXT to FILE (a sign for the check that drives the run)
+//   time FILE LABEL   append LABEL and the clock's seconds since midnight to FILE
 #pragma once
 
 namespace mv {

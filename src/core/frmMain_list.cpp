@@ -95,9 +95,11 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
             L.PictSave[0].SetVisible(false);
 
             if (L.WindowState() == ui::kNormal) {
+                // The window grows while it is below the ceiling, so it may pass the
+                // ceiling once; from there it is held at it.
                 const float voulu = img.Top() + gimg.Height() + 800;
                 const float plafond = ecran.HeightTwips() - 500;
-                L.SetHeight(voulu < plafond ? voulu : plafond);
+                L.SetHeight(plafond > L.Height() ? voulu : plafond);
             }
             app.DoEvents();
             if (mnuveille.Caption() == app.Lang(105)) L.Show();
@@ -182,10 +184,11 @@ void frmMain::SuppVignette(int16_t Numero) {
             for (int i = Numero; i <= app.NbVignettes - 1; ++i) {
                 auto& img = L.Image1[i];
                 auto& suivante = L.Image1[i + 1];
-                img.SetPicture(suivante.Image());
-                L.Gimage1[i].SetPicture(L.Gimage1[i + 1].Image());
+                // Size first: the picture then lands whole in the box of its own size.
                 img.SetWidth(suivante.Width());
                 img.SetHeight(suivante.Height());
+                img.SetPicture(suivante.Image());
+                L.Gimage1[i].SetPicture(L.Gimage1[i + 1].Image());
                 L.Lbldim[i].SetCaption(L.Lbldim[i + 1].Caption());
                 L.Chkmail[i].SetValue(L.Chkmail[i + 1].Value());
                 L.PictSave[i].SetVisible(L.PictSave[i + 1].Visible());
@@ -211,7 +214,7 @@ void frmMain::SuppVignette(int16_t Numero) {
             if (L.WindowState() == ui::kNormal) {
                 const float voulu = L.Image1[dernier].Top() + L.Gimage1[dernier].Height() + 800;
                 const float plafond = app.Screen().HeightTwips() - 500;
-                L.SetHeight(voulu < plafond ? voulu : plafond);
+                L.SetHeight(plafond > L.Height() ? voulu : plafond);
             }
             app.DoEvents();
             if (app.NbVignettes != 0) {

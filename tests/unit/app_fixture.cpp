@@ -36,3 +36,40 @@ void AppTest::ClickButton(int i) {
 std::wstring AppTest::TempFile(int row) const {
     return app->DossierTemp + L"\\" + app->tab.FichierV[row];
 }
+
+void AppTest::MarkLanguage() {
+    for (size_t n = 0; n < app->lang.TabConst.size(); ++n) app->lang.TabConst[n] = Entry(int(n));
+}
+
+void AppTest::SetScreen(int w, int h, gdi::Pixel fill) {
+    be.screen.widthPx = w;
+    be.screen.heightPx = h;
+    be.desktop.screen = gdi::Surface(w, h, fill);
+}
+
+void AppTest::SetForeground(ui::Rect r, ui::WindowHandle h) {
+    be.desktop.windows[h] = r;
+    be.desktop.foreground = h;
+}
+
+std::vector<std::wstring> AppTest::TempFolderFiles() const {
+    std::vector<std::wstring> names;
+    const auto dir = rt::ToFsPath(app->DossierTemp);
+    if (!std::filesystem::is_directory(dir)) return names;
+    for (const auto& e : std::filesystem::directory_iterator(dir))
+        names.push_back(rt::FromUtf8(e.path().filename().string()));
+    return names;
+}
+
+int AppTest::BoxesWith(const std::wstring& prompt) const {
+    int n = 0;
+    for (const auto& b : be.boxes)
+        if (b.prompt == prompt) ++n;
+    return n;
+}
+
+gdi::Surface AppTest::ScreenPart(ui::Rect r) const {
+    gdi::Surface part(r.right - r.left, r.bottom - r.top);
+    gdi::BitBlt(part, 0, 0, part.Width(), part.Height(), be.desktop.screen, r.left, r.top);
+    return part;
+}

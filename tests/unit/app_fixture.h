@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 class AppTest : public ::testing::Test {
 protected:
@@ -26,6 +27,21 @@ protected:
     void ClickButton(int i);
     // The program's path of a temporary file of the current run.
     std::wstring TempFile(int row) const;
+
+    // Gives every language entry n the text Entry(n), so that a box or a caption tells
+    // which entry it shows.
+    void MarkLanguage();
+    static std::wstring Entry(int n) { return L"#" + std::to_wstring(n) + L"#"; }
+    // A screen of w by h pixels in one colour: the desktop picture and the metrics.
+    void SetScreen(int w, int h, gdi::Pixel fill);
+    // Another application's window at r, standing in front.
+    void SetForeground(ui::Rect r, ui::WindowHandle h = 0x2001);
+    // Names of the files now in the temporary folder.
+    std::vector<std::wstring> TempFolderFiles() const;
+    // How many boxes have shown this prompt.
+    int BoxesWith(const std::wstring& prompt) const;
+    // The part of the desktop picture under r.
+    gdi::Surface ScreenPart(ui::Rect r) const;
 
     headless::Backend be;
     std::unique_ptr<mv::App> app;

@@ -81,7 +81,6 @@ WH_PIDS=()
 WH_EXIT_HOOKS=()
 WH_PASSED=0
 WH_FAILED=0
-WH_FAILED_NAMES=()
 WH_REASON=""
 WH_WID=""
 WH_X=0
@@ -94,6 +93,7 @@ WH_DIFF=""
 WH_SHOT=""
 _WH_CLEANED=0
 _WH_FINISHED=0
+_WH_WATCHDOG_PID=""
 
 # wh_log MESSAGE: appends a timestamped line to harness.log (and stderr when verbose).
 wh_log() {
@@ -116,6 +116,7 @@ wh_die() {
   printf 'FAIL %s: harness: %s\n' "${WH_NAME:-wine}" "$*"
   wh_log "die: $*"
   WH_FAILED=$((WH_FAILED + 1))
+  _WH_FINISHED=1 # already reported
   exit 2
 }
 
@@ -124,7 +125,7 @@ wh_init() {
   WH_NAME=${1:?wh_init needs a name}
   local tool
   for tool in Xvfb xdotool xwininfo xdpyinfo import convert compare identify display \
-    wine wineserver wineboot flock timeout; do
+    wine wineserver wineboot flock timeout setsid; do
     command -v "$tool" >/dev/null 2>&1 || wh_die "missing tool: $tool"
   done
   local base=${MIROVANTA_WINE_ARTIFACTS:-$WH_REPO/build/wine-artifacts}
@@ -133,6 +134,10 @@ wh_init() {
   rm -rf "$WH_ART"
   mkdir -p "$WH_ART"
   WH_TMP=$(mktemp -d "${TMPDIR:-/tmp}/mirovanta-wine.XXXXXX")
+  : >"$WH_TMP/pids"
+  setsid bash -c "$(declare -f _wh_alive _wh_watchdog); _wh_watchdog $$ '$WH_TMP'" \
+    </dev/null >/dev/null 2>&1 &
+  _WH_WATCHDOG_PID=$!
   trap '_wh_on_exit' EXIT
   trap 'exit 129' HUP
   trap 'exit 130' INT
@@ -165,6 +170,28 @@ _wh_alive() {
   stat=$(cat "/proc/$1/stat" 2>/dev/null) || return 1
   stat=${stat##*) }
   [[ ${stat:0:1} != Z ]]
+}
+
+# _wh_watchdog PARENT TMP: runs detached (own session) from wh_init. If the script dies
+# without cleaning up (SIGKILL, e.g. a test runner's timeout), it stops that run's Wine,
+# Xvfb and picture viewer and removes TMP, so that no 700 MB prefix copy is left behind.
+_wh_watchdog() {
+  local parent=$1 tmp=$2 pid comm sig
+  while _wh_alive "$parent" && [[ -d $tmp && ! -e $tmp/cleaned ]]; do sleep 1; done
+  [[ -d $tmp && ! -e $tmp/cleaned ]] || return 0
+  [[ -d $tmp/prefix ]] && WINEPREFIX=$tmp/prefix timeout 20 wineserver -k
+  for sig in TERM KILL; do # TERM lets Xvfb remove its lock file
+    while read -r pid comm; do
+      [[ $(cat "/proc/$pid/comm" 2>/dev/null) == "$comm" ]] && kill "-$sig" "$pid"
+    done <"$tmp/pids"
+    sleep 1
+  done
+  rm -rf "$tmp"
+}
+
+# _wh_remember PID: notes a process for the watchdog (with its name, against pid reuse).
+_wh_remember() {
+  printf '%s %s\n' "$1" "$(cat "/proc/$1/comm" 2>/dev/null || echo '?')" >>"$WH_TMP/pids"
 }
 
 # _wh_stop PID: ends one of our own background children (TERM, then KILL) and reaps it.
@@ -216,12 +243,13 @@ wh_own_processes() {
 wh_cleanup() {
   ((_WH_CLEANED)) && return 0
   _WH_CLEANED=1
-  local hook pid i left
+  local hook pid i left wine_pids=()
   for ((i = ${#WH_EXIT_HOOKS[@]} - 1; i >= 0; i--)); do
     hook=${WH_EXIT_HOOKS[i]}
     eval "$hook" || wh_log "exit hook failed: $hook"
   done
   if [[ -n $WH_PREFIX ]]; then
+    while read -r pid _; do wine_pids+=("$pid"); done < <(wh_own_processes)
     WINEPREFIX=$WH_PREFIX timeout 20 wineserver -k >>"$WH_ART/wine.log" 2>&1 || true
     for ((i = 0; i < 100; i++)); do
       left=$(wh_own_processes | grep -v -e "^$WH_XVFB_PID " -e "^$WH_PICTURE_PID " || true)
@@ -236,7 +264,21 @@ wh_cleanup() {
   for pid in "${WH_PIDS[@]}"; do _wh_stop "$pid"; done
   _wh_stop "$WH_PICTURE_PID"
   _wh_stop "$WH_XVFB_PID"
+  # Wine's daemons end as zombies of pid 1; give it a moment to reap them so that
+  # `pgrep wine` right after the run shows none of ours.
+  for ((i = 0; i < 50; i++)); do
+    left=""
+    for pid in "${wine_pids[@]}"; do [[ -e /proc/$pid ]] && left+=" $pid"; done
+    [[ -z $left ]] && break
+    sleep 0.1
+  done
+  [[ -z $left ]] || wh_log "not reaped yet:$left"
   if [[ -n $WH_TMP && -d $WH_TMP ]]; then
+    : >"$WH_TMP/cleaned"
+    if [[ -n $_WH_WATCHDOG_PID ]]; then
+      kill -KILL "$_WH_WATCHDOG_PID" 2>/dev/null || true
+      wait "$_WH_WATCHDOG_PID" 2>/dev/null || true
+    fi
     if [[ ${MIROVANTA_WINE_KEEP:-0} == 1 ]]; then
       wh_log "kept $WH_TMP"
     else
@@ -257,7 +299,9 @@ wh_start_xvfb() {
   WH_SCREEN_W=${BASH_REMATCH[1]}
   WH_SCREEN_H=${BASH_REMATCH[2]}
   for n in 90 91 92 93 94 95 96 97 98 99; do
-    [[ -e /tmp/.X$n-lock ]] && continue
+    # A lock whose server is gone (killed hard) does not hold: Xvfb replaces it.
+    lockpid=$(tr -d ' \n' 2>/dev/null <"/tmp/.X$n-lock" || true)
+    [[ -n $lockpid ]] && kill -0 "$lockpid" 2>/dev/null && continue
     Xvfb ":$n" -screen 0 "${size}x24" -nolisten tcp -noreset >>"$WH_ART/xvfb.log" 2>&1 &
     pid=$!
     for ((i = 0; i < 100; i++)); do
@@ -265,6 +309,7 @@ wh_start_xvfb() {
       lockpid=$(tr -d ' \n' 2>/dev/null <"/tmp/.X$n-lock" || true)
       if [[ $lockpid == "$pid" ]] && xdpyinfo -display ":$n" >/dev/null 2>&1; then
         WH_XVFB_PID=$pid
+        _wh_remember "$pid"
         export DISPLAY=":$n"
         wh_log "Xvfb $DISPLAY ${size} pid $pid"
         # Keep the pointer off the middle of the screen, where windows open.
@@ -293,7 +338,7 @@ _wh_build_cache() {
   local cache=$1 new="$1/prefix.new.$$" home="$1/home" t0 link
   rm -rf "$cache"/prefix.new.* "$home"
   mkdir -p "$home"
-  t0=$(date +%s.%N)
+  t0=$(date +%s%N)
   printf 'building %s\n' "$(_wh_cache_stamp)" >"$cache/build.log"
   wh_log "building the Wine prefix cache in $cache (once, about 15 s)"
   (
@@ -320,8 +365,9 @@ _wh_build_cache() {
   _wh_cache_stamp >"$new/.mirovanta-stamp"
   rm -rf "$cache/prefix" "$home"
   mv "$new" "$cache/prefix"
-  wh_log "prefix cache built in $(printf '%.1f' "$(echo "$(date +%s.%N) - $t0" | bc)") s"
-  printf 'built in %s s\n' "$(echo "$(date +%s.%N) - $t0" | bc)" >>"$cache/build.log"
+  t0=$((($(date +%s%N) - t0) / 1000000))
+  printf 'built in %d.%03d s\n' $((t0 / 1000)) $((t0 % 1000)) >>"$cache/build.log"
+  wh_log "prefix cache built in $((t0 / 1000)) s"
 }
 
 # wh_start_wine: copies the cached prefix (made once, see above) to a fresh WINEPREFIX in
@@ -370,6 +416,8 @@ wh_launch() {
   done
   local exe=${1:?wh_launch needs a program}
   shift
+  # A relative path would no longer hold once in DIR.
+  if [[ $exe == */* && $exe != /* ]]; then exe="$(cd "$(dirname "$exe")" && pwd)/$(basename "$exe")"; fi
   if [[ -z $dir ]]; then
     if [[ $exe == */* ]]; then dir=$(dirname "$exe"); else dir=$PWD; fi
   fi
@@ -637,6 +685,7 @@ wh_show_picture() {
     </dev/null >>"$WH_ART/display.log" 2>&1 &
   WH_PICTURE_PID=$!
   wh_find_window '^mirovanta-known-picture$' 10 || wh_die "picture window did not appear: $WH_REASON"
+  _wh_remember "$WH_PICTURE_PID"
   WH_PICTURE_WID=$WH_WID
   wh_wait_for "the screen to show the picture" 10 _wh_screen_is_picture ||
     wh_die "the screen does not show the picture: $WH_REASON"
@@ -756,7 +805,6 @@ wh_pass() {
 # wh_fail NAME REASON: reports a failed check.
 wh_fail() {
   WH_FAILED=$((WH_FAILED + 1))
-  WH_FAILED_NAMES+=("$1")
   printf 'FAIL %s: %s\n' "$1" "$2"
   wh_log "FAIL $1: $2"
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# shellcheck disable=SC2317,SC2119 # the check functions are called through wh_check
+# shellcheck source-path=SCRIPTDIR disable=SC2317,SC2119,SC2034 # checks run through wh_check
 # Proves the Wine harness on this machine without our program: Wine's notepad stands in
 # for it. Known picture on a private Xvfb, notepad typed into and saved through its Save As
 # dialog, screen compared with the picture pixel for pixel outside notepad, no process
@@ -79,6 +79,19 @@ check_typing_and_saving() {
   wh_find_window '^typed.txt - Notepad$' 5
 }
 
+# Pointer coordinates are relative to the window: a drag along the first text line (menu
+# bar 19 px, then the edit box) selects that line, and typing replaces it.
+check_mouse_select() {
+  local want
+  wh_drag "$NOTEPAD" 6 29 800 29 || return 1
+  wh_type "$NOTEPAD" 'Replaced by a drag.' || return 1
+  wh_key "$NOTEPAD" ctrl+s || return 1
+  wh_wait_for "the saved file to change" 10 grep -q '^Replaced' "$OUT/typed.txt" || return 1
+  want=$(printf 'Replaced by a drag.\r\n%s' "$LINE2")
+  [[ "$(cat "$OUT/typed.txt")" == "$want" ]] ||
+    wh_reason "saved text is '$(tr '\r\n' '|~' <"$OUT/typed.txt")'"
+}
+
 # Outside notepad the screen is still the picture; notepad's own area is not.
 check_screen_around_notepad() {
   local geom
@@ -106,7 +119,7 @@ check_nothing_left() {
   wh_cleanup
   left=$(wh_own_processes)
   [[ -z $left ]] || wh_reason "still running: $left"
-  [[ ! -e $tmp ]] || wh_reason "temp folder $tmp is still there"
+  [[ ! -e $tmp || ${MIROVANTA_WINE_KEEP:-0} == 1 ]] || wh_reason "temp folder $tmp is still there"
   [[ ! -e /tmp/.X${DISPLAY#:}-lock ]] || wh_reason "Xvfb lock of $DISPLAY is still there"
 }
 
@@ -115,6 +128,7 @@ wh_check picture-on-screen check_picture_on_screen
 wh_check notepad-opens check_notepad_opens
 if [[ -n $NOTEPAD ]]; then
   wh_check typing-and-saving check_typing_and_saving
+  wh_check mouse-select check_mouse_select
   wh_check screen-around-notepad check_screen_around_notepad
   wh_check notepad-closes check_notepad_closes
 fi

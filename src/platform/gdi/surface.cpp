@@ -61,7 +61,8 @@ void Surface::FillRect(int x, int y, int w, int h, Pixel p) {
 void Surface::Resize(int width, int height, Pixel fill) {
     Surface next(width, height, fill);
     int w = std::min(width_, next.width_), h = std::min(height_, next.height_);
-    for (int y = 0; y < h; ++y) std::memcpy(next.Row(y), Row(y), size_t(w) * sizeof(Pixel));
+    for (int y = 0; y < h && w > 0; ++y)
+        std::memcpy(next.Row(y), Row(y), size_t(w) * sizeof(Pixel));
     *this = std::move(next);
 }
 

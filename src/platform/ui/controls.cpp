@@ -33,7 +33,12 @@ void PictureBox::OnResized() {
     int w = ToPixels(Width(), TppX());
     int h = ToPixels(Height(), TppY());
     if (w == image_.Width() && h == image_.Height()) return;
-    image_.Resize(w, h, gdi::FromColorRef(ResolveColor(BackColor())));
+    // The new area shows the back colour and the picture beneath; what was drawn stays.
+    gdi::Surface next(w, h, gdi::FromColorRef(ResolveColor(BackColor())));
+    if (!picture_.Empty())
+        gdi::BitBlt(next, 0, 0, picture_.Width(), picture_.Height(), picture_, 0, 0);
+    gdi::BitBlt(next, 0, 0, image_.Width(), image_.Height(), image_, 0, 0);
+    image_ = std::move(next);
     Changed(Change::Image);
 }
 

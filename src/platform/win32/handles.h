@@ -4,15 +4,25 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <string>
 #include <utility>
 
 namespace win32 {
 
+// Objects held by the owners below, for the leak check where the system reports no
+// counts (Wine's GetGuiResources answers 0).
+struct LiveObjects {
+    static inline std::atomic<int> gdi{0};
+    static inline std::atomic<int> menus{0};
+};
+
 template <class H, class Traits> class Handle {
 public:
     Handle() = default;
-    explicit Handle(H h) : h_(h) {}
+    explicit Handle(H h) : h_(h) {
+        if (h_) Traits::Count(1);
+    }
     ~Handle() { reset(); }
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
@@ -27,10 +37,18 @@ public:
     H get() const { return h_; }
     explicit operator bool() const { return h_ != H{}; }
     void reset(H h = H{}) {
-        if (h_) Traits::Close(h_);
+        if (h_) {
+            Traits::Close(h_);
+            Traits::Count(-1);
+        }
         h_ = h;
+        if (h_) Traits::Count(1);
     }
-    H release() { return std::exchange(h_, H{}); }
+    // Gives the handle away (to the system, as the clipboard takes its memory).
+    H release() {
+        if (h_) Traits::Count(-1);
+        return std::exchange(h_, H{});
+    }
 
 private:
     H h_{};
@@ -38,18 +56,23 @@ private:
 
 struct GdiObjectTraits {
     static void Close(HGDIOBJ h) { DeleteObject(h); }
+    static void Count(int d) { LiveObjects::gdi += d; }
 };
 struct DcTraits {
     static void Close(HDC h) { DeleteDC(h); }
+    static void Count(int d) { LiveObjects::gdi += d; }
 };
 struct MenuTraits {
     static void Close(HMENU h) { DestroyMenu(h); }
+    static void Count(int d) { LiveObjects::menus += d; }
 };
 struct WindowTraits {
     static void Close(HWND h) { DestroyWindow(h); }
+    static void Count(int) {}
 };
 struct GlobalTraits {
     static void Close(HGLOBAL h) { GlobalFree(h); }
+    static void Count(int) {}
 };
 
 using Bitmap = Handle<HBITMAP, GdiObjectTraits>;

@@ -205,9 +205,25 @@ ui::Form* Win32Backend::ActiveForm() const {
     return FormOf(GetActiveWindow());
 }
 
+namespace {
+BOOL CALLBACK CountWindow(HWND h, LPARAM counter) {
+    ++*reinterpret_cast<int*>(counter);
+    EnumChildWindows(h, CountWindow, counter);
+    return TRUE;
+}
+} // namespace
+
 platform::GuiResources Win32Backend::GuiResourceCounts() {
-    return {int(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)),
-            int(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS))};
+    platform::GuiResources r{int(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)),
+                             int(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS))};
+    if (r.gdiObjects == 0 && r.userObjects == 0) {
+        // The system keeps no counts (Wine): count what our owners hold and our windows.
+        int windows = 0;
+        EnumThreadWindows(GetCurrentThreadId(), CountWindow, LPARAM(&windows));
+        r.gdiObjects = LiveObjects::gdi;
+        r.userObjects = windows + LiveObjects::menus;
+    }
+    return r;
 }
 
 void Win32Backend::FormCreated(HWND h, ui::Form* f) {

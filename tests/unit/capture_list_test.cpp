@@ -1,0 +1,341 @@
+// The capture list: its limit, file numbers, deletion of one row or all, and the same
+// capture taken again.
+#include "app_fixture.h"
+#include "platform/gdi/bmp.h"
+#include "runtime/strings.h"
+
+namespace {
+
+class CaptureListTest : public AppTest {
+protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        MarkLanguage();
+        SetScreen(160, 120, gdi::Rgb(40, 90, 160));
+    }
+    bool EndsWith(const std::wstring& s, const std::wstring& tail) {
+        return s.size() >= tail.size() && s.compare(s.size() - tail.size(), tail.size(), tail) == 0;
+    }
+};
+
+TEST_F(CaptureListTest, HundredthCaptureIsKeptTheNextRefusedAndNumbersGrowToThreeDigits) {
+    SetScreen(64, 120, gdi::Rgb(10, 20, 30));
+    Start();
+    for (int i = 1; i <= 100; ++i) be.Click(main->bouton[1]);
+    ASSERT_EQ(app->NbVignettes, 100);
+    EXPECT_EQ(app->NumCapt, 100);
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_EQ(app->tab.FichierV[99], L"Captprov_" + app->TagHeure + L"99.bmp");
+    EXPECT_EQ(app->tab.FichierV[100], L"Captprov_" + app->TagHeure + L"100.bmp");
+    EXPECT_TRUE(rt::FileExists(TempFile(100)));
+    EXPECT_EQ(list->Lbldim[100].Caption(), L"100 " + Entry(109));
+    EXPECT_EQ(TempFolderFiles().size(), 100u);
+
+    be.clipboard.Clear();
+    be.Click(main->bouton[1]);
+    EXPECT_EQ(BoxesWith(Entry(110)), 1);
+    EXPECT_EQ(be.boxes.back().style, 0);
+    EXPECT_EQ(app->NbVignettes, 100);
+    EXPECT_EQ(app->NumCapt, 100);
+    EXPECT_EQ(app->VignetteCourante, 100);
+    EXPECT_EQ(TempFolderFiles().size(), 100u);
+    EXPECT_FALSE(list->Image1.Exists(101));
+    EXPECT_EQ(main->Caption(), Entry(111) + L"100" + Entry(112));
+    EXPECT_TRUE(be.clipboard.hasImage); // the copy is still made
+
+    // A deleted number is never given again.
+    ClickButton(9);
+    ASSERT_EQ(app->NbVignettes, 99);
+    ClickButton(1);
+    ASSERT_EQ(app->NbVignettes, 100);
+    EXPECT_EQ(app->NumCapt, 101);
+    EXPECT_EQ(app->tab.FichierV[100], L"Captprov_" + app->TagHeure + L"101.bmp");
+}
+
+TEST_F(CaptureListTest, DeletingRowThreeOfFiveMovesEverythingButTheStamps) {
+    Start();
+    // Five rows that differ in every field: kind, size, dimension text, time, pictures.
+    const ui::Rect fenetres[] = {{0, 0, 40, 30}, {}, {0, 0, 30, 60}, {0, 0, 80, 40}, {}};
+    for (int n = 1; n <= 5; ++n) {
+        be.desktop.screen.Fill(gdi::Rgb(50 * n, 255 - 40 * n, 20 * n));
+        be.desktop.screen.FillRect(0, 0, 10, 10, gdi::Rgb(0, 0, 255));
+        main->Labtaille.SetCaption(L"dim" + std::to_wstring(n));
+        const ui::Rect& r = fenetres[n - 1];
+        if (r.right != 0) {
+            SetForeground(r);
+            ClickButton(2);
+        } else {
+            ClickButton(1);
+        }
+        ASSERT_EQ(app->NbVignettes, n);
+        be.RunFor(2000);
+    }
+    list->Chkmail[4].SetValue(1);
+    list->PictSave[4].SetVisible(true);
+
+    struct Ligne {
+        int16_t haut, larg, hautFen, largFen;
+        std::wstring dim, type, fichier, stamp, legende;
+        float largImg, hautImg;
+        gdi::Surface image, grande;
+    };
+    Ligne avant[6];
+    for (int n = 1; n <= 5; ++n) {
+        avant[n] = {app->tab.HautV[n],       app->tab.LargV[n],        app->tab.HautFenV[n],
+                    app->tab.LargFenV[n],    app->tab.DimV[n],         app->tab.TypeV[n],
+                    app->tab.FichierV[n],    app->tab.Horodatage[n],   list->Lbldim[n].Caption(),
+                    list->Image1[n].Width(), list->Image1[n].Height(), list->Image1[n].Image(),
+                    list->Gimage1[n].Image()};
+    }
+    for (int n = 2; n <= 5; ++n) ASSERT_NE(avant[n].stamp, avant[n - 1].stamp);
+    const std::wstring fichier3 = TempFile(3);
+
+    app->VignetteCourante = 3; // the user picked row 3
+    ClickButton(9);
+    ASSERT_EQ(app->NbVignettes, 4);
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_EQ(app->VignetteCourante, 0);
+    EXPECT_FALSE(rt::FileExists(fichier3));
+    EXPECT_EQ(TempFolderFiles().size(), 4u);
+    EXPECT_FALSE(list->Image1.Exists(5));
+    EXPECT_FALSE(list->Chkmail.Exists(5));
+
+    for (int n = 1; n <= 4; ++n) {
+        const Ligne& src = avant[n < 3 ? n : n + 1];
+        EXPECT_EQ(app->tab.HautV[n], src.haut) << n;
+        EXPECT_EQ(app->tab.LargV[n], src.larg) << n;
+        EXPECT_EQ(app->tab.HautFenV[n], src.hautFen) << n;
+        EXPECT_EQ(app->tab.LargFenV[n], src.largFen) << n;
+        EXPECT_EQ(app->tab.DimV[n], src.dim) << n;
+        EXPECT_EQ(app->tab.TypeV[n], src.type) << n;
+        EXPECT_EQ(app->tab.FichierV[n], src.fichier) << n;
+        EXPECT_TRUE(rt::FileExists(TempFile(n))) << n;
+        EXPECT_EQ(list->Lbldim[n].Caption(), rt::Format(n, L"00") + rt::Mid(src.legende, 3)) << n;
+        EXPECT_FLOAT_EQ(list->Image1[n].Width(), src.largImg) << n;
+        EXPECT_FLOAT_EQ(list->Image1[n].Height(), src.hautImg) << n;
+        EXPECT_TRUE(list->Image1[n].Image() == src.image) << n;
+        EXPECT_EQ(list->Image1[n].BorderStyle(), 0) << n;
+    }
+    EXPECT_TRUE(list->Gimage1[3].Picture() == avant[4].grande);
+    EXPECT_TRUE(list->Gimage1[4].Picture() == avant[5].grande);
+    // The stamps stay at their row numbers, the last one included.
+    for (int n = 1; n <= 5; ++n) EXPECT_EQ(app->tab.Horodatage[n], avant[n].stamp) << n;
+    EXPECT_EQ(app->tab.FichierV[5], L"");
+    EXPECT_EQ(list->Chkmail[3].Value(), 1);
+    EXPECT_EQ(list->Chkmail[4].Value(), 0);
+    EXPECT_TRUE(list->PictSave[3].Visible());
+    EXPECT_FALSE(list->PictSave[4].Visible());
+    EXPECT_FLOAT_EQ(list->Image1[3].Top(), list->Image1[2].Top() + 1600);
+    EXPECT_FLOAT_EQ(list->Gimage1[3].Top(), list->Image1[3].Top() - 250);
+    EXPECT_FLOAT_EQ(list->Txtordre[3].Top(), list->Lbldim[3].Top() + 450);
+    EXPECT_FLOAT_EQ(list->Height(), list->Image1[4].Top() + 1600);
+    EXPECT_EQ(main->Caption(), Entry(111) + L"4" + Entry(112));
+    EXPECT_FALSE(main->Picture2.Visible());
+    EXPECT_FALSE(main->ImgTTscreen.Visible());
+    EXPECT_FLOAT_EQ(main->Height(), 1430);
+    EXPECT_FLOAT_EQ(main->Width(), 24 * main->bouton[0].Width());
+    EXPECT_FLOAT_EQ(main->Left() + main->Width(), be.screen.WidthTwips());
+}
+
+TEST_F(CaptureListTest, DeletingNothingStillRedoesTheMarksAndCaptions) {
+    Start();
+    ClickButton(9); // empty list, no current capture
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_EQ(main->Caption(), Entry(111) + L"0" + Entry(113));
+
+    ClickButton(1);
+    be.RunFor(1000);
+    ClickButton(1);
+    ASSERT_EQ(app->VignetteCourante, 2);
+    ASSERT_EQ(list->Image1[2].BorderStyle(), 1);
+    list->Lbldim[2].SetCaption(L"07 zz");
+    main->SetCaption(L"other");
+
+    main->SuppVignette(0);
+    EXPECT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(TempFolderFiles().size(), 2u);
+    EXPECT_EQ(app->VignetteCourante, 0);
+    EXPECT_EQ(list->Image1[2].BorderStyle(), 0);
+    EXPECT_EQ(list->Lbldim[2].Caption(), L"02 zz");
+    EXPECT_EQ(main->Caption(), Entry(111) + L"2" + Entry(112));
+
+    ClickButton(9); // no current capture: the same, through the command
+    EXPECT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(TempFolderFiles().size(), 2u);
+    EXPECT_TRUE(be.boxes.empty());
+}
+
+TEST_F(CaptureListTest, DeletingTheTickedCapturesKeepsTheOthersInOrder) {
+    Start();
+    std::wstring fichiers[5];
+    for (int n = 1; n <= 4; ++n) {
+        be.desktop.screen.Fill(gdi::Rgb(60 * n, 0, 0));
+        ClickButton(1);
+        fichiers[n] = app->tab.FichierV[n];
+    }
+    be.Click(list->Chkmail[1]);
+    be.Click(list->Chkmail[3]);
+    ASSERT_EQ(list->Chkmail[3].Value(), 1);
+    be.Click(main->mnufDelCaptCoch);
+    EXPECT_TRUE(be.boxes.empty());
+    ASSERT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(app->tab.FichierV[1], fichiers[2]);
+    EXPECT_EQ(app->tab.FichierV[2], fichiers[4]);
+    EXPECT_EQ(list->Chkmail[1].Value(), 0);
+    EXPECT_EQ(list->Chkmail[2].Value(), 0);
+    EXPECT_EQ(TempFolderFiles().size(), 2u);
+    EXPECT_FALSE(rt::FileExists(app->DossierTemp + L"\\" + fichiers[1]));
+    EXPECT_FALSE(rt::FileExists(app->DossierTemp + L"\\" + fichiers[3]));
+}
+
+TEST_F(CaptureListTest, DeletingTheOnlyRowHidesTheList) {
+    Start();
+    ClickButton(1);
+    ASSERT_TRUE(list->Visible());
+    const std::wstring fichier = TempFile(1);
+    ClickButton(9);
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_EQ(app->NbVignettes, 0);
+    EXPECT_FALSE(list->Visible());
+    EXPECT_FALSE(rt::FileExists(fichier));
+    EXPECT_EQ(app->tab.FichierV[1], L"");
+    EXPECT_FALSE(list->Image1.Exists(1));
+    EXPECT_FALSE(list->Gimage1.Exists(1));
+    EXPECT_EQ(main->Caption(), Entry(111) + L"0" + Entry(113));
+    EXPECT_FALSE(list->Vscroll1.Enabled());
+}
+
+TEST_F(CaptureListTest, ClearingAllAsksAndCancelKeepsEverything) {
+    Start();
+    ClickButton(10); // empty: no question
+    EXPECT_TRUE(be.boxes.empty());
+
+    for (int i = 0; i < 3; ++i) ClickButton(1);
+    ASSERT_EQ(app->NbVignettes, 3);
+    const std::wstring titre = main->Caption();
+
+    be.answers.push_back(ui::kCancel);
+    ClickButton(10);
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(91));
+    EXPECT_EQ(be.boxes[0].style, ui::kOkCancel | ui::kQuestion);
+    EXPECT_EQ(app->NbVignettes, 3);
+    EXPECT_EQ(TempFolderFiles().size(), 3u);
+    EXPECT_TRUE(list->Visible());
+    EXPECT_TRUE(list->Image1.Exists(3));
+    EXPECT_EQ(main->Caption(), titre);
+    EXPECT_EQ(main->bouton[17].BorderStyle(), 1);
+
+    // The periodic engine clears without asking and keeps the caption and reduced mode.
+    app->ModeReduit = true;
+    main->Supprimertout(false);
+    EXPECT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(app->NbVignettes, 0);
+    EXPECT_TRUE(TempFolderFiles().empty());
+    EXPECT_EQ(main->Caption(), titre);
+    EXPECT_TRUE(app->ModeReduit);
+    app->ModeReduit = false;
+
+    ClickButton(1);
+    ClickButton(1);
+    ASSERT_EQ(app->NbVignettes, 2);
+    app->ModeReduit = true;
+    ClickButton(10); // OK
+    EXPECT_EQ(be.boxes.size(), 2u);
+    EXPECT_EQ(app->NbVignettes, 0);
+    EXPECT_TRUE(TempFolderFiles().empty());
+    for (int i = 1; i <= 100; ++i) EXPECT_EQ(app->tab.FichierV[i], L"") << i;
+    EXPECT_FALSE(list->Image1.Exists(1));
+    EXPECT_FALSE(list->Visible());
+    EXPECT_FLOAT_EQ(list->Width(), 3500);
+    EXPECT_FLOAT_EQ(list->Height(), 2000);
+    EXPECT_EQ(main->Caption(), Entry(123));
+    EXPECT_EQ(main->bouton[17].BorderStyle(), 0);
+    EXPECT_FALSE(app->ModeReduit);
+    EXPECT_FALSE(main->Picture2.Visible());
+    EXPECT_FALSE(main->ImgTTscreen.Visible());
+
+    // Numbers go on from where they were.
+    EXPECT_EQ(app->NumCapt, 5);
+    ClickButton(1);
+    EXPECT_TRUE(EndsWith(app->tab.FichierV[1], L"06.bmp"));
+}
+
+TEST_F(CaptureListTest, SameCaptureAgainFollowsTheKindOfTheLastCapture) {
+    Start();
+    main->TimPeriod.SetEnabled(true);
+    ClickButton(12); // nothing to repeat yet
+    EXPECT_EQ(BoxesWith(Entry(58)), 1);
+    EXPECT_FALSE(main->TimPeriod.Enabled());
+    EXPECT_EQ(app->NbVignettes, 0);
+
+    ClickButton(1);
+    ClickButton(12); // a new whole-screen row, no zone asked for
+    ASSERT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(app->tab.TypeV[2], L"e");
+    EXPECT_EQ(list->Lbldim[2].Caption(), L"02 " + Entry(109));
+    EXPECT_FALSE(app->full->Visible());
+    EXPECT_EQ(BoxesWith(Entry(58)), 1);
+
+    SetForeground({10, 10, 60, 40});
+    ClickButton(2);
+    ClickButton(12);
+    ASSERT_EQ(app->NbVignettes, 4);
+    EXPECT_EQ(app->tab.TypeV[4], L"f");
+    EXPECT_EQ(list->Lbldim[4].Caption(), L"04/  50 x 30");
+
+    // A zone was validated once (Picture1's size is remembered), then a whole-screen
+    // capture, then a zone started and left: the last row is no zone to repeat.
+    app->HautPic1 = 1800;
+    app->LargPic1 = 2400;
+    ClickButton(1);
+    ClickButton(0);
+    app->full->Hide();
+    main->Show();
+    ASSERT_EQ(app->TypeCapt, L"z");
+    main->TimPeriod.SetEnabled(true);
+    ClickButton(12);
+    EXPECT_EQ(BoxesWith(Entry(58)), 2);
+    EXPECT_FALSE(main->TimPeriod.Enabled());
+    EXPECT_EQ(app->NbVignettes, 5);
+}
+
+} // namespace
+
+TEST_F(CaptureListTest, SameZoneAgainIsCutFromAFreshGrabOnePixelInside) {
+    Start();
+    // A 40 x 30 zone at (20, 10) as the overlay's validation leaves it.
+    main->Picture2.SetWidth(40 * 15);
+    main->Picture2.SetHeight(30 * 15);
+    app->LargCapt = 40 * 15;
+    app->HautCapt = 30 * 15;
+    app->TypeCapt = L"z";
+    main->Labtaille.SetCaption(L"40 x 30");
+    ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
+    ASSERT_EQ(app->NbVignettes, 1);
+    app->ZoneGauche = 20 * 15;
+    app->ZoneHaut = 10 * 15;
+    app->HautPic1 = int16_t(be.screen.HeightTwips());
+    app->LargPic1 = int16_t(be.screen.WidthTwips());
+    be.Click(main->Mnumulti);
+    ASSERT_TRUE(main->Mnumulti.Checked());
+
+    for (int y = 0; y < 120; ++y)
+        for (int x = 0; x < 160; ++x)
+            be.desktop.screen.At(x, y) = gdi::Rgb(x, y, (x * 5 + y) & 255);
+    ClickButton(12);
+    ASSERT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(app->tab.TypeV[2], L"z");
+    EXPECT_EQ(app->tab.DimV[2], L"40 x 30");
+    EXPECT_EQ(list->Lbldim[2].Caption(), L"02/  40 x 30");
+    const gdi::Surface attendu = ScreenPart({21, 11, 61, 41});
+    EXPECT_TRUE(gdi::LoadBmp(TempFile(2)) == attendu);
+    EXPECT_TRUE(main->Picture2S.Picture() == attendu);
+    EXPECT_TRUE(be.clipboard.image == attendu);
+    EXPECT_FALSE(main->Mnumulti.Checked());
+    EXPECT_EQ(main->bouton[8].BorderStyle(), 0);
+    EXPECT_TRUE(main->Picture2.Visible());
+    EXPECT_FALSE(main->Picture1.Visible());
+    EXPECT_FALSE(main->ImgTTscreen.Visible());
+    EXPECT_TRUE(be.boxes.empty());
+}

@@ -1,0 +1,131 @@
+#!/usr/bin/env bash
+# Checks of the real program under Wine: the x64 build, a private Xvfb showing a known
+# picture, driven by xdotool and judged by files, pixels and screenshots.
+# Usage: run_checks.sh BIN_DIR   (the folder holding mirovanta.exe and its bitmaps)
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+source "$here/lib.sh"
+BIN=$(cd "${1:?usage: run_checks.sh BIN_DIR}" && pwd)
+
+wh_init main-window
+wh_start_xvfb 1280x1024
+wh_show_picture
+wh_start_wine
+
+APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
+MENU_H=19   # Wine's menu bar: the client area starts below it
+
+# Left edge in pixels of toolbar button $1, from the toolbar's order and gaps (twips).
+button_x() {
+    local order=(0 19 1 2 11 12 13 3 9 10 4 5 6 7 8 16 17 15 14 18)
+    local gaps=(0 20 20 20 60 20 20 70 20 20 60 20 20 20 70 20 20 60 20 20)
+    local left=60 k
+    for k in "${!order[@]}"; do
+        ((k > 0)) && left=$((left + 480 + gaps[k]))
+        if ((order[k] == $1)); then echo $((left / 15)); return; fi
+    done
+}
+click_button() { wh_click "$MAIN" $(($(button_x "$1") + 16)) $((MENU_H + 16)); }
+temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
+has_temp_file() { [ -n "$(temp_files)" ]; }
+
+start_program() {
+    wh_launch "$BIN/mirovanta.exe"
+    wh_find_window '^Mirovanta - ' 20 || return 1
+    MAIN=$WH_WID
+    sleep 1.5 # the opening animation
+}
+
+check_toolbar() {
+    wh_screenshot start.png
+    wh_window_geometry "$MAIN" || return 1
+    # Button 0 shows the camera bitmap pixel for pixel, at the window's top right.
+    local x=$((WH_X + $(button_x 0))) y=$((WH_Y + MENU_H))
+    convert "$WH_ART/start.png" -crop 32x32+$x+$y +repage "$WH_ART/button0.png"
+    wh_assert_same button0 "$WH_ART/button0.png" "$BIN/camera.bmp" || return 1
+    ((WH_X + WH_W >= 1270)) || { wh_reason "main window not at the right edge: x=$WH_X w=$WH_W"; return 1; }
+}
+
+check_whole_screen_capture() {
+    click_button 1
+    wh_wait_for "a temporary BMP" 15 has_temp_file || return 1
+    sleep 1
+    CAPTURE=$(temp_files | head -1)
+    wh_assert_same capture "$CAPTURE" "$WH_PICTURE" || return 1
+}
+
+check_clipboard() {
+    xclip -selection clipboard -t image/bmp -o > "$WH_ART/clipboard.bmp" 2>/dev/null ||
+        { wh_reason "clipboard holds no picture"; return 1; }
+    wh_assert_same clipboard "$WH_ART/clipboard.bmp" "$WH_PICTURE"
+}
+
+check_capture_in_view() {
+    wh_mouse_move 640 1000
+    sleep 0.5
+    wh_screenshot capture-in-view.png
+    # The view is the screen at 75 %: a pixel of the red block (x 200-260, y 40-100 on the
+    # known picture) lands at 0.75 times its place inside the view.
+    wh_window_geometry "$MAIN" || return 1
+    local px
+    px=$(convert "$WH_ART/capture-in-view.png" -format '%[pixel:p{'$((WH_X + 1 + 172))','$((WH_Y + MENU_H + 33 + 52))'}]' info:)
+    [[ "$px" == "srgb(255,0,0)" || "$px" == "red" ]] || { wh_reason "view pixel is $px, not red"; return 1; }
+}
+
+check_delete_key() {
+    local list
+    list=$(xdotool search --name '^Collection$' | head -1)
+    wh_key "$MAIN" Delete
+    wh_wait_for "the file deleted" 10 test ! -f "$CAPTURE" || return 1
+    wh_wait_window_gone "$list" 10 || return 1
+}
+
+wh_check "the program starts with its toolbar" start_program
+wh_check "the toolbar shows its bitmaps at the top right" check_toolbar
+wh_check "a whole-screen capture writes the screen's pixels" check_whole_screen_capture
+wh_check "the clipboard holds the capture" check_clipboard
+wh_check "the capture is in view at 75 %" check_capture_in_view
+wh_check "Delete removes the capture and its file" check_delete_key
+
+# 200 captures taken and deleted leave the window-system objects where they were.
+check_no_leak() {
+    local script="$WH_TMP/leak.txt" counts="$WH_TMP/counts.txt" done="$WH_TMP/leak-done.txt"
+    # The windows stay up and one capture stays in the list: without a window manager
+    # Wine waits up to 2 s at each hide, and the loop is about what a capture holds.
+    cat > "$script" <<SCRIPT
+wait 1500
+keepwindows
+click 1
+wait 300
+click 1
+wait 300
+key 46 0
+wait 300
+gui $(winepath -w "$counts")
+repeat 200
+click 1
+wait 20
+key 46 0
+wait 20
+end
+wait 300
+gui $(winepath -w "$counts")
+mark $(winepath -w "$done") done
+SCRIPT
+    export MIROVANTA_DRIVER
+    MIROVANTA_DRIVER=$(winepath -w "$script")
+    wh_launch -l driver.log "$BIN/mirovanta_drv.exe"
+    unset MIROVANTA_DRIVER
+    wh_wait_file "$done" 600 || return 1
+    cp "$counts" "$WH_ART/gui-counts.txt"
+    local first last
+    first=$(head -1 "$counts"); last=$(tail -1 "$counts")
+    [[ "$first" == "$last" ]] || { wh_reason "GDI/USER objects went from $first to $last"; return 1; }
+    # The capture kept in the list is the only file left.
+    local left
+    left=$(temp_files | wc -l)
+    ((left == 1)) || { wh_reason "$left temporary files left instead of 1"; return 1; }
+}
+wh_check "200 captures taken and deleted leak no GDI or USER object" check_no_leak
+
+wh_finish
