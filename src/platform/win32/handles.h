@@ -84,6 +84,18 @@ using MenuHandle = Handle<HMENU, MenuTraits>;
 using WindowHandleOwner = Handle<HWND, WindowTraits>;
 using GlobalMemory = Handle<HGLOBAL, GlobalTraits>;
 
+// The header of a 32-bit top-down DIB, the layout of gdi::Surface.
+inline BITMAPINFO TopDownBitmapInfo(int width, int height) {
+    BITMAPINFO bi{};
+    bi.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    bi.bmiHeader.biWidth = width;
+    bi.bmiHeader.biHeight = -height;
+    bi.bmiHeader.biPlanes = 1;
+    bi.bmiHeader.biBitCount = 32;
+    bi.bmiHeader.biCompression = BI_RGB;
+    return bi;
+}
+
 // A window's DC from GetDC/GetWindowDC, released with ReleaseDC.
 class WindowDCHandle {
 public:

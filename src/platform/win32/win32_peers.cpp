@@ -44,13 +44,7 @@ void FillSolid(HDC dc, const RECT& r, COLORREF c) {
 // Paints a surface at (0, 0) of a DC.
 void PaintSurface(HDC dc, const gdi::Surface& s) {
     if (s.Empty()) return;
-    BITMAPINFO bi{};
-    bi.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    bi.bmiHeader.biWidth = s.Width();
-    bi.bmiHeader.biHeight = -s.Height();
-    bi.bmiHeader.biPlanes = 1;
-    bi.bmiHeader.biBitCount = 32;
-    bi.bmiHeader.biCompression = BI_RGB;
+    BITMAPINFO bi = TopDownBitmapInfo(s.Width(), s.Height());
     SetDIBitsToDevice(dc, 0, 0, DWORD(s.Width()), DWORD(s.Height()), 0, 0, 0, UINT(s.Height()),
                       s.Data(), &bi, DIB_RGB_COLORS);
 }

@@ -14,13 +14,7 @@ namespace {
 // A 32-bit top-down DIB section with its memory DC.
 struct DibSection {
     DibSection(int w, int h) {
-        BITMAPINFO bi{};
-        bi.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-        bi.bmiHeader.biWidth = w;
-        bi.bmiHeader.biHeight = -h;
-        bi.bmiHeader.biPlanes = 1;
-        bi.bmiHeader.biBitCount = 32;
-        bi.bmiHeader.biCompression = BI_RGB;
+        BITMAPINFO bi = TopDownBitmapInfo(w, h);
         dc.reset(CreateCompatibleDC(nullptr));
         bitmap.reset(CreateDIBSection(dc.get(), &bi, DIB_RGB_COLORS, &bits, nullptr, 0));
         if (bitmap) old = SelectObject(dc.get(), bitmap.get());
@@ -82,13 +76,7 @@ public:
 
 // Reads a bitmap's pixels as 32-bit top-down rows.
 bool ReadBitmap(HBITMAP bm, int w, int h, std::vector<uint32_t>& out) {
-    BITMAPINFO bi{};
-    bi.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    bi.bmiHeader.biWidth = w;
-    bi.bmiHeader.biHeight = -h;
-    bi.bmiHeader.biPlanes = 1;
-    bi.bmiHeader.biBitCount = 32;
-    bi.bmiHeader.biCompression = BI_RGB;
+    BITMAPINFO bi = TopDownBitmapInfo(w, h);
     out.assign(size_t(w) * size_t(h), 0);
     HDC dc = GetDC(nullptr);
     int lines = GetDIBits(dc, bm, 0, UINT(h), out.data(), &bi, DIB_RGB_COLORS);
