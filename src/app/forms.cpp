@@ -1,5 +1,7 @@
 #include "app/forms.h"
 
+#include "platform/gdi/bmp.h"
+
 namespace mv {
 
 FrmFull::FrmFull(App& a) : ui::Form(a.be, L"FrmFull"), app(a) {}
@@ -27,7 +29,11 @@ void Options::ShowDialog() {}
 
 frmTip::frmTip(App& a) : ui::Form(a.be, L"frmTip"), app(a) {}
 
-frmAbout::frmAbout(App& a) : ui::Form(a.be, L"frmAbout"), app(a) {}
+frmAbout::frmAbout(App& a) : ui::Form(a.be, L"frmAbout"), app(a) {
+    OnLoad = [this] {
+        PictLogo.SetPicture(gdi::LoadBmp(app.be.GetShell().ProgramFolder() + L"\\camera.bmp"));
+    };
+}
 
 void frmAbout::Design() {
     SetCaption(L"Mirovanta");
@@ -35,12 +41,13 @@ void frmAbout::Design() {
     Move(4000, 3000, 5400, 2400);
     SetBackColor(0xFFFFFF);
     PictLogo.Move(240, 240, 480, 480);
+    PictLogo.SetBackColor(0xFFFFFF);
     LabProduit.Move(960, 240, 4200, 400);
     LabProduit.SetFont({L"Arial", 14, true, false});
     LabProduit.SetCaption(L"Mirovanta");
     LabProduit.SetTransparent(true);
     LabVersion.Move(960, 700, 4200, 900);
-    LabVersion.SetCaption(L"0.1.0\r\nScreen capture for Windows");
+    LabVersion.SetCaption(L"Version 0.1.0\r\nScreen capture for Windows");
     LabVersion.SetTransparent(true);
 }
 
