@@ -13,7 +13,9 @@
 
 namespace {
 using Clock = std::chrono::steady_clock;
-double Ms(Clock::duration d) { return std::chrono::duration<double, std::milli>(d).count(); }
+double Ms(Clock::duration d) {
+    return std::chrono::duration<double, std::milli>(d).count();
+}
 
 void Report(const char* step, std::vector<double> v) {
     std::sort(v.begin(), v.end());

@@ -3,6 +3,7 @@
 #include "app/forms.h"
 #include "browser/Flistimages.h"
 #include "core/frmMain.h"
+#include "language/FrmChoixLng.h"
 #include "runtime/files.h"
 
 namespace mv {
@@ -14,14 +15,17 @@ App::App(ui::Backend& backend) : be(backend) {
     options = std::make_unique<Options>(*this);
     tip = std::make_unique<frmTip>(*this);
     about = std::make_unique<frmAbout>(*this);
+    choix = std::make_unique<FrmChoixLng>(*this);
+    splash = std::make_unique<frmSplash>(*this);
+    sortie = std::make_unique<FrmSortie>(*this);
 }
 
 App::~App() = default;
 
 void App::Start() {
-    DossierParams = be.GetShell().ShellFolder(L"AppData") + L"\\Mirovanta";
-    if (!rt::DirExists(DossierParams)) rt::MkDir(DossierParams);
-    main->Show();
+    // With the language stored the chooser unloads itself during its load, never seen.
+    choix->Load();
+    if (choix->IsLoaded()) choix->Show();
 }
 
 int App::MsgBox(const std::wstring& prompt, int style, const std::wstring& title) {

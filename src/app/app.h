@@ -18,6 +18,9 @@ class FrmFull;
 class Options;
 class frmTip;
 class frmAbout;
+class frmSplash;
+class FrmSortie;
+class FrmChoixLng;
 
 // A table of the capture list: bounds 0 to 100, checked like the runtime's arrays.
 template <class T> struct Table {
@@ -43,7 +46,8 @@ public:
 
     ui::Backend& be;
 
-    // Starts the program: the main window's load and show.
+    // Starts the program: the language chooser, which hands over to the splash and then
+    // to the main window.
     void Start();
     // Language entry n.
     const std::wstring& Lang(int n) const { return lang.Entry(n); }
@@ -59,6 +63,9 @@ public:
     std::unique_ptr<Options> options;
     std::unique_ptr<frmTip> tip;
     std::unique_ptr<frmAbout> about;
+    std::unique_ptr<FrmChoixLng> choix;
+    std::unique_ptr<frmSplash> splash;
+    std::unique_ptr<FrmSortie> sortie;
 
     rt::Random rnd;
     Language lang;

@@ -1,6 +1,8 @@
 #include "app/forms.h"
 
+#include "core/frmMain.h"
 #include "platform/gdi/bmp.h"
+#include "runtime/files.h"
 
 namespace mv {
 
@@ -28,6 +30,62 @@ void Options::Design() {
 void Options::ShowDialog() {}
 
 frmTip::frmTip(App& a) : ui::Form(a.be, L"frmTip"), app(a) {}
+
+void frmTip::ShowTip() {}
+
+frmSplash::frmSplash(App& a) : ui::Form(a.be, L"frmSplash"), app(a) {
+    OnLoad = [this] { Form_Load(); };
+    OnQueryUnload = [this](int& cancel, int mode) { Form_QueryUnload(cancel, mode); };
+    Timstart.OnTimer = [this] { Timstart_Timer(); };
+}
+
+void frmSplash::Design() {
+    borderStyle = 0;
+    showInTaskbar = false;
+    SetBackColor(0xFFFFFF);
+    const auto ecran = app.Screen();
+    const float largeur = 4800, hauteur = 1500;
+    Move((ecran.WidthTwips() - largeur) / 2, (ecran.HeightTwips() - hauteur) / 2, largeur, hauteur);
+    PictLogo.Move(360, 360, 480, 480);
+    PictLogo.SetBackColor(0xFFFFFF);
+    LabTitre.Move(1080, 300, 3400, 480);
+    LabTitre.SetFont({L"Arial", 18, true, false});
+    LabTitre.SetCaption(L"Mirovanta");
+    LabTitre.SetTransparent(true);
+    LabVersion.Move(1080, 840, 3400, 300);
+    LabVersion.SetCaption(L"Version 0.1.0");
+    LabVersion.SetForeColor(0x606060);
+    LabVersion.SetTransparent(true);
+}
+
+void frmSplash::Form_Load() {
+    PictLogo.SetPicture(gdi::LoadBmp(app.be.GetShell().ProgramFolder() + L"\\camera.bmp"));
+    if (!rt::DirExists(app.DossierParams)) rt::MkDir(app.DossierParams);
+    Timstart.SetEnabled(true);
+}
+
+void frmSplash::Timstart_Timer() {
+    Unload();
+}
+
+void frmSplash::Form_QueryUnload(int&, int) {
+    app.main->Show();
+}
+
+FrmSortie::FrmSortie(App& a) : ui::Form(a.be, L"FrmSortie"), app(a) {}
+
+void FrmSortie::Design() {
+    borderStyle = 0;
+    showInTaskbar = false;
+    topMost = true;
+    SetBackColor(0xFFFFFF);
+    const auto ecran = app.Screen();
+    Move((ecran.WidthTwips() - 5400) / 2, (ecran.HeightTwips() - 1200) / 2, 5400, 1200);
+    Label1.Move(240, 240, 4920, 720);
+    Label1.SetAlignment(2);
+    Label1.SetFont({L"Arial", 10, true, false});
+    Label1.SetTransparent(true);
+}
 
 frmAbout::frmAbout(App& a) : ui::Form(a.be, L"frmAbout"), app(a) {
     OnLoad = [this] {

@@ -38,6 +38,36 @@ class frmTip : public ui::Form {
 public:
     explicit frmTip(App& app);
     App& app;
+    // Shows the tip of the day when tips are on; closes at once otherwise.
+    void ShowTip();
+};
+
+// The short welcome window between the language load and the main window.
+class frmSplash : public ui::Form {
+public:
+    explicit frmSplash(App& app);
+    App& app;
+    ui::PictureBox PictLogo{this, L"PictLogo"};
+    ui::Label LabTitre{this, L"LabTitre"};
+    ui::Label LabVersion{this, L"LabVersion"};
+    ui::Timer Timstart{this, L"Timstart", 250, false};
+    void Form_Load();
+    void Timstart_Timer();
+    void Form_QueryUnload(int& cancel, int unloadMode);
+
+protected:
+    void Design() override;
+};
+
+// The notice shown while the desktop session ends with captures saved on the way out.
+class FrmSortie : public ui::Form {
+public:
+    explicit FrmSortie(App& app);
+    App& app;
+    ui::Label Label1{this, L"Label1"};
+
+protected:
+    void Design() override;
 };
 
 class frmAbout : public ui::Form {

@@ -110,6 +110,8 @@ public:
     void chargtparam();
     void Form_Activate();
     void Form_QueryUnload(int& cancel, int unloadMode);
+    void Form_Terminate();
+    void MnuChgLang_Click();
     void Form_MouseMove(const ui::MouseEvent& e);
     void TimerUnload_Timer();
     void quitprog();

@@ -60,6 +60,7 @@ void frmMain::WireEvents() {
     mnuoptions.OnClick = [this] { mnuoptions_Click(); };
     mnuReacTip.OnClick = [this] { mnuReacTip_Click(); };
     MnuCaptper.OnClick = [this] { MnuCaptper_Click(); };
+    MnuChgLang.OnClick = [this] { MnuChgLang_Click(); };
     mnuzoomX.OnClick = [this](int i) { mnuzoomX_Click(int16_t(i)); };
 }
 
@@ -244,7 +245,6 @@ void frmMain::bouton_MouseMove(int Index, const ui::MouseEvent&) {
     }
     bouton[Index].SetPicture(ImageList1.Item(Index + 21));
     if (Index == kCmdEnregistrerTout) {
-        LabDoubleClick.SetCaption(app.Lang(240));
         LabDoubleClick.SetLeft(Width() - LabDoubleClick.Width() - 300);
         LabDoubleClick.SetTop(bouton[Index].Top() + bouton[Index].Height() + 50);
         LabDoubleClick.SetVisible(true);

@@ -3,12 +3,14 @@
 #include "browser/Flistimages.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
+#include "language/FrmChoixLng.h"
 #include "output/tags.h"
 #include "platform/gdi/bmp.h"
 #include "runtime/files.h"
 #include "runtime/integer.h"
 #include "runtime/random.h"
 #include "runtime/strings.h"
+#include "settings/settings_file.h"
 
 namespace mv {
 
@@ -125,6 +127,11 @@ void frmMain::Design() {
 }
 
 void frmMain::Form_Load() {
+    if (!app.be.GetCodec().Startup()) {
+        app.MsgBox(app.Lang(157), ui::kCritical);
+        Unload();
+        return;
+    }
     // Each run has a slightly different pale tint.
     rt::Random& rnd = app.rnd;
     rnd.Randomize(app.be.Timer());
@@ -201,6 +208,9 @@ void frmMain::Form_Load() {
         Labtaille.SetVisible(false);
         Labdeja.SetCaption(app.Lang(172));
         Labdeja2.SetCaption(app.Lang(172));
+        app.be.onEnd = [this] { Form_Terminate(); };
+        app.be.GetTray().Add(Handle(), app.Lang(104));
+        app.tip->ShowTip();
     } catch (const rt::RuntimeError& e) {
         app.MsgBox(std::to_wstring(e.number) + L" " + e.text);
     }
@@ -215,10 +225,33 @@ void frmMain::PlaceToolbar() {
     }
 }
 
-void frmMain::chargtconstMain() {}
+void frmMain::chargtconstMain() {
+    Picture1.SetToolTipText(app.Lang(0));
+    labdeb.SetCaption(app.Lang(1));
+    LabDoubleClick.SetCaption(app.Lang(185));
+    const std::pair<ui::Menu*, int> menus[] = {
+        {&mnufichier, 2},      {&Mnuenregistrer, 3},    {&Mnuenregistrertout, 4},
+        {&Mnuimprimer, 5},     {&Mnuquitter, 6},        {&mnucourriel, 7},
+        {&mnujoindreune, 8},   {&mnujoindrecoch, 9},    {&mnujoindretout, 10},
+        {&mnuimgforum, 11},    {&mnuedition, 12},       {&mnuttscreen, 13},
+        {&mnuretour, 14},      {&mnurafraichir, 15},    {&mnucopier, 16},
+        {&MnuEditPaint, 17},   {&MnuRaff, 18},          {&Mnudelcap, 22},
+        {&Mnudeltout, 23},     {&mnuzoom, 24},          {&mnuoutils, 25},
+        {&Tutosite, 27},       {&Mnumulti, 28},         {&MnuEnAuto, 29},
+        {&MnuCaptper, 30},     {&mnuFabGif, 31},        {&mnuoptions, 32},
+        {&MnuChgLang, 34},     {&mnuHelp, 35},          {&MnuAide, 36},
+        {&mnuReacTip, 37},     {&mnumail, 38},          {&MnuNouversion, 184},
+        {&mnuapropos, 186},    {&Mnured2, 187},         {&Mnuphotorapid, 193},
+        {&Mnuquitt, 196},      {&mnuFenregistrer, 201}, {&MnuFenregistrertout, 204},
+        {&MnuFdelcap, 213},    {&Mnufdeltout, 214},     {&mnufDelCaptCoch, 239},
+        {&mnuFeditpaint, 256}, {&mnuveille, 105},
+    };
+    for (const auto& [menu, entree] : menus) menu->SetCaption(app.Lang(entree));
+}
 
 void frmMain::chargtparam() {
-    app.params = FirstRunParams(app.DossierParams, app.be.GetShell().ShellFolder(L"Personal"));
+    // Fills app.params and sets TimPeriod's interval; on a damaged file the program ends.
+    mv::chargtparam(app);
 }
 
 void frmMain::TimerUnload_Timer() {
@@ -318,9 +351,30 @@ void frmMain::Form_QueryUnload(int& cancel, int unloadMode) {
         app.SortieDemandee = true;
         return;
     }
-    // Closing by the user goes through the same road as the Quit command.
+    if (unloadMode == ui::kAppWindows) {
+        // The session ends: save without asking, no time for the temporary files.
+        if (app.NbVignettes > 0) {
+            int16_t ok = -1;
+            EnregistrerTout(ok, 1, app.params.EnregBmp == 0 ? L"jpg" : L"bmp");
+            if (app.NbSavAppel > 0) {
+                app.sortie->Show();
+                app.sortie->Label1.SetCaption(app.Lang(134));
+                Attente(3);
+                app.sortie->Unload();
+                app.be.End();
+            }
+            return;
+        }
+        app.be.End();
+    }
+    // Closing by the user goes through the same road as the Quit command; a Cancel there
+    // keeps the window.
     cancel = 1;
     quitprog();
+}
+
+void frmMain::Form_Terminate() {
+    app.be.GetTray().Delete();
 }
 
 void frmMain::quitprog() {
@@ -354,6 +408,21 @@ void frmMain::quitprog() {
     try {
         rt::RmDir(app.DossierTemp);
     } catch (const rt::RuntimeError&) {}
+    // The last rectangle size, in pixels, for the next run. Reading a control of the
+    // overlay loads it, as the original runtime did.
+    if (app.params.MemoZone != 0) {
+        try {
+            app.full->Load();
+            const ui::ScreenMetrics ecran = app.Screen();
+            MemoriserTaille(app.params.LigneParams,
+                            double(app.full->rectsel.Width()) / double(ecran.tppX),
+                            double(app.full->rectsel.Height()) / double(ecran.tppY));
+            SavOptions(app);
+        } catch (const rt::RuntimeError&) {}
+    }
+    app.list->Unload();
+    Unload();
+    app.full->Unload();
     app.be.End();
 }
 

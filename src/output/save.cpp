@@ -37,6 +37,4 @@ void frmMain::RideauPhoto() {}
 
 void frmMain::MnuCaptper_Click() {}
 
-void frmMain::Timerclav_Timer() {}
-
 } // namespace mv

@@ -70,6 +70,23 @@ public:
     virtual void SetPriorityHigh() = 0;
 };
 
+// The image codec library (GDI+ on Windows).
+class ImageCodec {
+public:
+    virtual ~ImageCodec() = default;
+    // Starts the library once; false when it cannot start.
+    virtual bool Startup() = 0;
+};
+
+// The icon of the program in the notification area. Its mouse events reach the owner
+// form as mouse moves whose x, in pixels, is the mouse message number.
+class Tray {
+public:
+    virtual ~Tray() = default;
+    virtual bool Add(ui::WindowHandle owner, const std::wstring& tip) = 0;
+    virtual void Delete() = 0;
+};
+
 // Counts of the process's window-system objects (GetGuiResources), for leak checks.
 struct GuiResources {
     int gdiObjects = 0;

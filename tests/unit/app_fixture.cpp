@@ -23,8 +23,18 @@ void AppTest::TearDown() {
     std::filesystem::remove_all(root);
 }
 
-void AppTest::Start() {
+void AppTest::Start(const char* langue) {
+    if (langue) {
+        const auto dossier = root / "AppData" / "Mirovanta";
+        std::filesystem::create_directories(dossier);
+        const std::string ligne = std::string(langue) + "\r\n";
+        rt::WriteFileBytes(rt::FromUtf8((dossier / "spoken.txt").string()), ligne.data(),
+                           ligne.size());
+    }
     app->Start();
+    // The language file is in; marker texts, when asked for, replace it before the main
+    // window loads (the splash stands for 250 ms).
+    if (marquer_) MarkLanguage();
     be.RunFor(1000);
 }
 
@@ -38,6 +48,7 @@ std::wstring AppTest::TempFile(int row) const {
 }
 
 void AppTest::MarkLanguage() {
+    marquer_ = true;
     for (size_t n = 0; n < app->lang.TabConst.size(); ++n) app->lang.TabConst[n] = Entry(int(n));
 }
 

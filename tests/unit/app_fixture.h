@@ -21,8 +21,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // Starts the program and lets the opening animation run.
-    void Start();
+    // Starts the program with the language already chosen (nullptr: the chooser comes up)
+    // and lets the opening animation run.
+    void Start(const char* langue = "ConstPRJA");
     // Clicks toolbar button i and lets the capture finish.
     void ClickButton(int i);
     // The program's path of a temporary file of the current run.
@@ -48,4 +49,7 @@ protected:
     mv::frmMain* main = nullptr;
     mv::Flistimages* list = nullptr;
     std::filesystem::path root;
+
+private:
+    bool marquer_ = false;
 };

@@ -244,8 +244,9 @@ Shape RectDashes(double x0, double y0, double x1, double y1, double dash, double
     };
 }
 
-Canvas::Canvas(int size, int scale)
-    : size_(size), scale_(scale), hi_(size * scale, size * scale, gdi::Rgb(255, 255, 255)) {}
+Canvas::Canvas(int width, int height, int scale)
+    : width_(width), height_(height), scale_(scale),
+      hi_(width * scale, height * scale, gdi::Rgb(255, 255, 255)) {}
 
 template <typename Coverage> void Canvas::Blend(const Paint& p, double alpha, Coverage cover) {
     const double step = 1.0 / scale_;
@@ -279,8 +280,9 @@ void Canvas::FillOutlined(const Shape& s, const Paint& fill, gdi::Pixel outline,
 }
 
 gdi::Surface Canvas::Downsample() const {
-    gdi::Surface out(size_, size_);
-    gdi::StretchBlt(out, 0, 0, size_, size_, hi_, 0, 0, hi_.Width(), hi_.Height(), gdi::kHalftone);
+    gdi::Surface out(width_, height_);
+    gdi::StretchBlt(out, 0, 0, width_, height_, hi_, 0, 0, hi_.Width(), hi_.Height(),
+                    gdi::kHalftone);
     return out;
 }
 

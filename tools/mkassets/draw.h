@@ -68,9 +68,12 @@ Shape RectDashes(double x0, double y0, double x1, double y1, double dash, double
 
 class Canvas {
 public:
-    explicit Canvas(int size, int scale = 8);
+    explicit Canvas(int size, int scale = 8) : Canvas(size, size, scale) {}
+    Canvas(int width, int height, int scale);
 
-    int Size() const { return size_; }
+    int Size() const { return width_; }
+    int Width() const { return width_; }
+    int Height() const { return height_; }
 
     void Fill(const Shape& s, const Paint& p, double alpha = 1.0);
     // Coverage ramps from full at the edge to none `softness` pixels outside: glows, shadows.
@@ -87,7 +90,8 @@ public:
 private:
     template <typename Coverage> void Blend(const Paint& p, double alpha, Coverage cover);
 
-    int size_;
+    int width_;
+    int height_;
     int scale_;
     gdi::Surface hi_;
 };

@@ -1,5 +1,6 @@
-// mkassets OUTPUT_DIR: draws the toolbar bitmaps and the shutter sound installed beside the
-// program. Exits non-zero with a message when a file cannot be written.
+// mkassets OUTPUT_DIR: draws the toolbar bitmaps, the language chooser's flags and the shutter
+// sound installed beside the program. Exits non-zero with a message when a file cannot be written.
+#include "flags.h"
 #include "icons.h"
 #include "platform/gdi/bmp.h"
 #include "sound.h"
@@ -48,5 +49,8 @@ int main(int argc, char** argv) {
     // The strip after the last button is the bare bar.
     write("toutbleuc.bmp", DrawButton(nullptr, false));
     write("camera.wav", mk::ShutterWav());
+    // The language chooser's flags.
+    write("flagfr.bmp", gdi::EncodeBmp(mk::FlagFrench(), 24));
+    write("flagen.bmp", gdi::EncodeBmp(mk::FlagBritish(), 24));
     return failures == 0 ? 0 : 1;
 }

@@ -235,6 +235,10 @@ bool Backend::FileDialog(ui::CommonDialog& d, ui::FileDialogKind kind) {
 }
 
 void Backend::End() {
+    if (onEnd) {
+        auto f = std::move(onEnd);
+        f();
+    }
     ended = true;
     throw ProgramEnded{fatalNumber != 0};
 }

@@ -109,6 +109,32 @@ public:
     void SetPriorityHigh() override { highPriority = true; }
 };
 
+class Codec : public platform::ImageCodec {
+public:
+    bool startupOk = true;
+    int startups = 0;
+    bool Startup() override {
+        ++startups;
+        return startupOk;
+    }
+};
+
+class Tray : public platform::Tray {
+public:
+    bool present = false;
+    std::wstring tip;
+    int deletes = 0;
+    bool Add(ui::WindowHandle, const std::wstring& t) override {
+        present = true;
+        tip = t;
+        return true;
+    }
+    void Delete() override {
+        present = false;
+        ++deletes;
+    }
+};
+
 class Backend : public ui::Backend {
 public:
     Backend();
@@ -132,6 +158,8 @@ public:
     platform::Keyboard& GetKeyboard() override { return keyboard; }
     platform::Clipboard& GetClipboard() override { return clipboard; }
     platform::Shell& GetShell() override { return shell; }
+    platform::ImageCodec& GetCodec() override { return codec; }
+    platform::Tray& GetTray() override { return tray; }
     platform::GuiResources GuiResourceCounts() override { return {}; }
 
     // --- the test's side
@@ -141,6 +169,8 @@ public:
     Keyboard keyboard;
     Clipboard clipboard;
     Shell shell;
+    Codec codec;
+    Tray tray;
 
     // Virtual time in milliseconds since the start date below; each DoEvents moves it.
     int64_t nowMs = 0;

@@ -54,7 +54,12 @@ public:
     virtual platform::Keyboard& GetKeyboard() = 0;
     virtual platform::Clipboard& GetClipboard() = 0;
     virtual platform::Shell& GetShell() = 0;
+    virtual platform::ImageCodec& GetCodec() = 0;
+    virtual platform::Tray& GetTray() = 0;
     virtual platform::GuiResources GuiResourceCounts() = 0;
+
+    // Runs just before the program ends by End (the main form's Terminate).
+    std::function<void()> onEnd;
 
     // Seconds since midnight, the runtime's Timer.
     double Timer() const { return rt::SecondsSinceMidnight(Now()); }

@@ -43,6 +43,8 @@ Win32Backend::Win32Backend() {
     keyboard_ = MakeKeyboard();
     clipboard_ = MakeClipboard();
     shell_ = MakeShell();
+    codec_ = MakeCodec();
+    tray_ = MakeTray();
 }
 
 Win32Backend::~Win32Backend() {

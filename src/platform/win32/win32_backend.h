@@ -32,6 +32,8 @@ public:
     platform::Keyboard& GetKeyboard() override { return *keyboard_; }
     platform::Clipboard& GetClipboard() override { return *clipboard_; }
     platform::Shell& GetShell() override { return *shell_; }
+    platform::ImageCodec& GetCodec() override { return *codec_; }
+    platform::Tray& GetTray() override { return *tray_; }
     platform::GuiResources GuiResourceCounts() override;
 
     // The main loop: runs until the last form is gone or the program ends.
@@ -56,6 +58,8 @@ private:
     std::unique_ptr<platform::Keyboard> keyboard_;
     std::unique_ptr<platform::Clipboard> clipboard_;
     std::unique_ptr<platform::Shell> shell_;
+    std::unique_ptr<platform::ImageCodec> codec_;
+    std::unique_ptr<platform::Tray> tray_;
 };
 
 // Services, in win32_services.cpp.
@@ -64,6 +68,8 @@ std::unique_ptr<platform::Cursor> MakeCursor();
 std::unique_ptr<platform::Keyboard> MakeKeyboard();
 std::unique_ptr<platform::Clipboard> MakeClipboard();
 std::unique_ptr<platform::Shell> MakeShell();
+std::unique_ptr<platform::ImageCodec> MakeCodec();
+std::unique_ptr<platform::Tray> MakeTray();
 
 // Peers, in win32_peers.cpp.
 std::unique_ptr<ui::Peer> MakePeer(Win32Backend& be, ui::Control& c);

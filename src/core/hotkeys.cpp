@@ -1,0 +1,69 @@
+// frmMain: the five capture hotkeys, polled from whichever application has the focus.
+#include "app/forms.h"
+#include "core/commands.h"
+#include "core/frmMain.h"
+#include "runtime/files.h"
+#include "runtime/integer.h"
+
+namespace mv {
+
+namespace {
+constexpr int kVkControl = 17;
+}
+
+void frmMain::Timerclav_Timer() {
+    auto& clavier = app.be.GetKeyboard();
+    wchar_t touche = L' ';
+    // Control with a letter or a main-row digit; the last match in the walk wins.
+    for (int vk = 'A'; vk <= 'Z'; ++vk) {
+        const int16_t t = clavier.GetAsyncKeyState(vk);
+        const int16_t c = clavier.GetAsyncKeyState(kVkControl);
+        if ((t & c) != 0) touche = wchar_t(vk);
+    }
+    for (int vk = '1'; vk <= '9'; ++vk) {
+        const int16_t t = clavier.GetAsyncKeyState(vk);
+        const int16_t c = clavier.GetAsyncKeyState(kVkControl);
+        if ((t & c) != 0) touche = wchar_t(vk);
+    }
+    // Keypad digits fire alone, a press since the previous tick included.
+    for (int vk = 97; vk <= 105; ++vk)
+        if (clavier.GetAsyncKeyState(vk) != 0) touche = wchar_t(vk - 48);
+    app.ParClavier = true;
+    clavier.GetAsyncKeyState(kVkControl);
+
+    const Params& p = app.params;
+    if (touche != p.ToucheZone && touche != p.ToucheMemeZone && touche != p.ToucheEcran &&
+        touche != p.ToucheFenetre && touche != p.ToucheDoubleH)
+        return;
+
+    // A hotkey cancels the side windows, the options dialog among them.
+    if (app.options->IsLoaded() && app.options->Visible()) app.options->Unload();
+
+    const ui::Point pos = app.be.GetCursor().GetCursorPos();
+    app.CurseurCapt = app.be.GetCursor().GetCursor();
+    app.CurseurX = rt::I16(pos.x);
+    app.CurseurY = rt::I16(pos.y);
+    // Never lowered again: the process stays at high priority until it ends.
+    app.be.GetShell().SetPriorityHigh();
+
+    int index = kCmdZone;
+    if (touche == p.ToucheMemeZone)
+        index = kCmdRafraichir;
+    else if (touche == p.ToucheEcran)
+        index = kCmdEcran;
+    else if (touche == p.ToucheFenetre)
+        index = kCmdFenetre;
+    else if (touche == p.ToucheDoubleH)
+        index = kCmdZoneDouble;
+    GestCommande(index, true);
+}
+
+void frmMain::MnuChgLang_Click() {
+    // The chooser comes back at the next start.
+    app.DossierParams = app.be.GetShell().ShellFolder(L"AppData") + L"\\Mirovanta";
+    rt::Kill(app.DossierParams + L"\\spoken.txt");
+    MnuChgLang.SetChecked(true);
+    MnuChgLang.SetEnabled(false);
+}
+
+} // namespace mv

@@ -1,0 +1,403 @@
+// The language files: line scrambling, the reading of a file into the tables, and the two
+// files the program ships with.
+#include "language/charge.h"
+#include "language/decode.h"
+#include "runtime/errors.h"
+#include "runtime/files.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using mv::DecodeLigne;
+using mv::EncodeLigne;
+
+int ErrorOf(const std::function<void()>& f) {
+    try {
+        f();
+    } catch (const rt::RuntimeError& e) {
+        return e.number;
+    }
+    return 0;
+}
+
+std::vector<uint8_t> Bytes(const std::string& s) {
+    return {s.begin(), s.end()};
+}
+
+// A stored file from plain Windows-1252 lines, each under the key its line number draws.
+std::vector<uint8_t> Stocke(const std::vector<std::string>& lignes) {
+    std::string out;
+    uint32_t n = 0;
+    for (const std::string& l : lignes) {
+        const int key = mv::ChoisirCle(l, ++n);
+        if (key < 0) throw std::logic_error("no key");
+        out += EncodeLigne(l, key) + "\r\n";
+    }
+    return Bytes(out);
+}
+
+std::string Num(int n) {
+    char b[16];
+    std::snprintf(b, sizeof b, "%03d", n);
+    return b;
+}
+
+// A well-formed file: `entries` entries, the tips, the help pages, 35 menu-help lines.
+struct Fichier {
+    std::vector<std::string> entrees, bulles, aide, menu;
+    explicit Fichier(int entries = 3) {
+        for (int n = 0; n < entries; ++n)
+            entrees.push_back(Num(n) + " Name(" + std::to_string(n) + ") = \"E" +
+                              std::to_string(n) + "\"");
+        bulles = {"\"tip one\"", "\"tip two\""};
+        aide = {"\"page 0\"", "\"page 1\""};
+        for (int i = 0; i < 35; ++i) menu.push_back("\"menu " + std::to_string(i) + "\"");
+    }
+    std::vector<std::string> Lignes() const {
+        std::vector<std::string> l = entrees;
+        l.push_back("///--- TOOLTYP and anything");
+        l.insert(l.end(), bulles.begin(), bulles.end());
+        l.push_back("///--- HELP --");
+        l.insert(l.end(), aide.begin(), aide.end());
+        l.push_back("///--- HELP ME");
+        l.insert(l.end(), menu.begin(), menu.end());
+        return l;
+    }
+    std::vector<uint8_t> Octets() const { return Stocke(Lignes()); }
+};
+
+TEST(LanguageScrambling, DecodeKnownLinesAndOddKeys) {
+    // Key 5 is stored as the digits "250", each as 255 minus its code.
+    const std::string k5 = "\xCD\xCA\xCF";
+    EXPECT_EQ(DecodeLigne(k5 + "Mjqqt"), "Hello");
+    // c - k at or below 0 wraps by 255: 3 gives 253, the key itself gives 255.
+    EXPECT_EQ(DecodeLigne(k5 + "\x03\x05\x06"), "\xFD\xFF\x01");
+    EXPECT_EQ(DecodeLigne("\xCD\xCA\xCA"
+                          "abc"),
+              "abc"); // "255": key 0
+    EXPECT_EQ(DecodeLigne("\xCF\xCF\xCF"
+                          "abc"),
+              "abc"); // "000": key 255
+    // Digits that are no number read as 0: key 255, the text passes unchanged.
+    EXPECT_EQ(DecodeLigne("\x9E\x9D\x9C"
+                          "abc"),
+              "abc");
+    // Val reads on past blanks: "2 5" is 25, key 230.
+    EXPECT_EQ(DecodeLigne("\xCD\xDF\xCA" + EncodeLigne("Hello", 230).substr(3)), "Hello");
+    EXPECT_EQ(DecodeLigne(""), "");
+    EXPECT_EQ(DecodeLigne("\xCD"), "");
+    EXPECT_EQ(DecodeLigne(k5), "");
+    // A key out of reach: "300" gives k = -45, so 250 + 45 is no character (5); "9E9"
+    // overflows the Integer key (6).
+    EXPECT_EQ(ErrorOf([] {
+                  DecodeLigne("\xCC\xCF\xCF"
+                              "a\xFA");
+              }),
+              5);
+    EXPECT_EQ(ErrorOf([] { DecodeLigne("\xC6\xBA\xC6"); }), 6);
+}
+
+TEST(LanguageScrambling, EveryKeyAndByteRoundTripsAndChosenKeysAvoidLineEnds) {
+    std::string all;
+    for (int b = 1; b <= 255; ++b) all.push_back(char(b));
+    for (int key = 0; key <= 255; ++key) {
+        const std::string stored = EncodeLigne(all, key);
+        ASSERT_EQ(stored.size(), all.size() + 3);
+        ASSERT_EQ(DecodeLigne(stored), all) << "key " << key;
+    }
+    EXPECT_THROW(EncodeLigne("a", 256), std::invalid_argument);
+    EXPECT_THROW(EncodeLigne(std::string("a\0b", 3), 7), std::invalid_argument);
+
+    // Every single byte, and lines of up to 84 different bytes, find a key whose stored
+    // line holds no NUL, LF, CR or 26, and read back.
+    auto clean = [](const std::string& s) {
+        return s.find_first_of(std::string("\0\n\r\x1A", 4)) == std::string::npos;
+    };
+    uint32_t rnd = 12345;
+    for (int b = 1; b <= 255; ++b) {
+        for (uint32_t seed : {1u, 77u, 4000000000u}) {
+            std::string line(1, char(b));
+            if (b > 1) {
+                for (int i = 0; i < 83; ++i) {
+                    rnd = rnd * 1103515245u + 12345u;
+                    line.push_back(char(1 + (rnd >> 16) % 255));
+                }
+            }
+            const int key = mv::ChoisirCle(line, seed);
+            ASSERT_GE(key, 0) << b;
+            ASSERT_LE(key, 255);
+            EXPECT_EQ(key, mv::ChoisirCle(line, seed));
+            const std::string stored = EncodeLigne(line, key);
+            ASSERT_TRUE(clean(stored)) << "byte " << b << " key " << key;
+            ASSERT_EQ(DecodeLigne(stored), line);
+        }
+    }
+    // The seed moves the key: plain text under a run of seeds uses many keys.
+    std::set<int> keys;
+    for (uint32_t seed = 1; seed <= 40; ++seed) keys.insert(mv::ChoisirCle("Some text", seed));
+    EXPECT_GT(keys.size(), 20u);
+    // No key for a NUL, nor for a line of every byte.
+    EXPECT_EQ(mv::ChoisirCle(std::string("a\0", 2), 1), -1);
+    EXPECT_EQ(mv::ChoisirCle(all, 1), -1);
+}
+
+TEST(LanguageScrambling, SourceFileBecomesStoredLines) {
+    // A byte order mark is skipped; LF, CR LF and CR end lines; é and € have bytes.
+    const std::string stored = mv::ScrambleSource("\xEF\xBB\xBF"
+                                                  "000 a = \"caf\xC3\xA9\"\r\n\n"
+                                                  "\xE2\x82\xAC\rlast");
+    mv::LineInput in(Bytes(stored));
+    EXPECT_EQ(DecodeLigne(in.Next()), "000 a = \"caf\xE9\"");
+    EXPECT_EQ(DecodeLigne(in.Next()), "");
+    EXPECT_EQ(DecodeLigne(in.Next()), "\x80");
+    EXPECT_EQ(DecodeLigne(in.Next()), "last");
+    EXPECT_TRUE(in.Eof());
+    EXPECT_EQ(stored.substr(stored.size() - 2), "\r\n");
+    EXPECT_EQ(stored, mv::ScrambleSource("000 a = \"caf\xC3\xA9\"\r\n\n\xE2\x82\xAC\rlast\n"));
+    // An arrow has no Windows-1252 byte: the message names the line and the character.
+    try {
+        mv::ScrambleSource("ok\nleft \xE2\x86\x90 right\n");
+        FAIL() << "no error";
+    } catch (const std::runtime_error& e) {
+        EXPECT_NE(std::string(e.what()).find("line 2"), std::string::npos) << e.what();
+        EXPECT_NE(std::string(e.what()).find("U+2190"), std::string::npos) << e.what();
+    }
+    EXPECT_THROW(mv::ScrambleSource(std::string("a\0b", 3)), std::runtime_error);
+}
+
+TEST(LanguageFile, LineInputEndsAndSpokenCode) {
+    mv::LineInput in(Bytes("a\rb\nc\r\n\r\nd\n\re"));
+    for (const char* want : {"a", "b", "c", "", "d", "", "e"}) EXPECT_EQ(in.Next(), want);
+    EXPECT_EQ(ErrorOf([&] { in.Next(); }), rt::kInputPastEnd);
+
+    EXPECT_EQ(mv::SpokenCode(Bytes("ConstPRJF\r\nmore\r\n")), L"ConstPRJF");
+    EXPECT_EQ(mv::SpokenCode(Bytes("ConstPRJAbis")), L"ConstPRJAbis");
+    EXPECT_EQ(mv::LanguageFileName(L"ConstPRJAbis"), L"ConstPRJA_codN.txt");
+    EXPECT_EQ(mv::LanguageFileName(L"XY"), L"XY_codN.txt");
+    EXPECT_EQ(ErrorOf([] { mv::SpokenCode({}); }), rt::kInputPastEnd);
+}
+
+TEST(LanguageFile, WellFormedFileFillsEveryTable) {
+    Fichier f(301);
+    f.entrees[7] = "007 Label = \"d\xE9j\xE0 \x80 5\" and \"not this\"";
+    f.menu[34] = "\"last menu\"";
+    std::vector<std::string> lignes = f.Lignes();
+    lignes.push_back("anything after the menu help is not read: \"x");
+    mv::Language lang;
+    const mv::LoadResult r = mv::ChargerLangue(lang, Stocke(lignes));
+    ASSERT_TRUE(r);
+    EXPECT_EQ(r.entries, 301);
+    EXPECT_EQ(lang.Entry(0), L"E0");
+    EXPECT_EQ(lang.Entry(7), L"d\u00E9j\u00E0 \u20AC 5");
+    EXPECT_EQ(lang.Entry(300), L"E300");
+    EXPECT_EQ(lang.TabBulles, (std::vector<std::wstring>{L"tip one", L"tip two"}));
+    EXPECT_EQ(lang.Aide(0), L"page 0");
+    EXPECT_EQ(lang.Aide(1), L"page 1");
+    EXPECT_EQ(lang.Aide(2), L"");
+    EXPECT_EQ(lang.AideMenu(0, 0), L"menu 0");
+    EXPECT_EQ(lang.AideMenu(1, 0), L"menu 7");
+    EXPECT_EQ(lang.AideMenu(4, 6), L"last menu");
+    EXPECT_EQ(ErrorOf([&] { lang.AideMenu(5, 0); }), 9);
+    EXPECT_EQ(ErrorOf([&] { lang.Aide(101); }), 9);
+}
+
+TEST(LanguageFile, NumberOutOfSequenceIsPermanentError) {
+    for (const char* faute : {"003 skipped = \"x\"", "001 again = \"x\"", "", "x2 = \"x\""}) {
+        Fichier f(6);
+        f.entrees[2] = faute;
+        mv::Language lang;
+        const mv::LoadResult r = mv::ChargerLangue(lang, f.Octets());
+        EXPECT_FALSE(r) << faute;
+        EXPECT_TRUE(r.permanentError);
+        EXPECT_EQ(r.entries, 2);
+        EXPECT_EQ(lang.Entry(1), L"E1");
+        EXPECT_EQ(lang.Entry(2), L"");
+        EXPECT_EQ(lang.Entry(3), L"");
+        EXPECT_TRUE(lang.TabBulles.empty());
+        EXPECT_EQ(lang.Aide(0), L"");
+        EXPECT_EQ(lang.AideMenu(0, 0), L"");
+    }
+    // Val reads the number: blanks inside it are skipped, so " 1 " is entry 1.
+    Fichier f(3);
+    f.entrees[1] = " 1  = \"one\"";
+    mv::Language lang;
+    EXPECT_TRUE(mv::ChargerLangue(lang, f.Octets()));
+    EXPECT_EQ(lang.Entry(1), L"one");
+}
+
+TEST(LanguageFile, ValueRules) {
+    Fichier f(6);
+    f.entrees[0] = "000 empty = \"\"";
+    f.entrees[1] = "001 none = no quotes";
+    f.entrees[2] = "002 one = \"half";
+    f.entrees[3] = "003 = \"\"\"";       // the first two quotes: empty
+    f.entrees[4] = "004 = x\"a\"b\"c\""; // from the first quote to the second
+    f.bulles = {"no value here", "\"first\"", "", "\"second\"", "only \" one"};
+    f.aide = {"\"p0\"", "nothing", "\"p2\""};
+    f.menu[3] = "no menu value";
+    mv::Language lang;
+    lang.TabConst[0] = L"old";
+    lang.TabConst[1] = L"kept";
+    lang.TabConst[2] = L"kept too";
+    lang.TabAide[1] = L"page kept";
+    lang.TabAideMenu[0][3] = L"menu kept";
+    ASSERT_TRUE(mv::ChargerLangue(lang, f.Octets()));
+    EXPECT_EQ(lang.Entry(0), L"");
+    EXPECT_EQ(lang.Entry(1), L"kept");
+    EXPECT_EQ(lang.Entry(2), L"kept too");
+    EXPECT_EQ(lang.Entry(3), L"");
+    EXPECT_EQ(lang.Entry(4), L"a");
+    // A tip line without a value adds the value before it again: the first one repeats the
+    // last entry's.
+    EXPECT_EQ(lang.TabBulles,
+              (std::vector<std::wstring>{L"E5", L"first", L"first", L"second", L"second"}));
+    // A help line without a value keeps its page and still takes its place.
+    EXPECT_EQ(lang.Aide(0), L"p0");
+    EXPECT_EQ(lang.Aide(1), L"page kept");
+    EXPECT_EQ(lang.Aide(2), L"p2");
+    EXPECT_EQ(lang.AideMenu(0, 2), L"menu 2");
+    EXPECT_EQ(lang.AideMenu(0, 3), L"menu kept");
+    EXPECT_EQ(lang.AideMenu(0, 4), L"menu 4");
+}
+
+TEST(LanguageFile, EntriesAndTipsCutAt500Characters) {
+    Fichier f(3);
+    // The closing quote at character 500 is inside the buffer; at 501 it is cut off.
+    f.entrees[1] = "001 = \"" + std::string(492, 'a') + "\"";
+    f.entrees[2] = "002 = \"" + std::string(493, 'b') + "\"";
+    f.bulles = {"\"" + std::string(498, 'c') + "\"", "\"" + std::string(499, 'd') + "\""};
+    // Help pages and menu help have no such limit.
+    f.aide = {"\"" + std::string(1200, 'e') + "\""};
+    f.menu[0] = "\"" + std::string(800, 'f') + "\"";
+    mv::Language lang;
+    ASSERT_TRUE(mv::ChargerLangue(lang, f.Octets()));
+    EXPECT_EQ(lang.Entry(1), std::wstring(492, L'a'));
+    EXPECT_EQ(lang.Entry(2), L"");
+    ASSERT_EQ(lang.TabBulles.size(), 2u);
+    EXPECT_EQ(lang.TabBulles[0], std::wstring(498, L'c'));
+    EXPECT_EQ(lang.TabBulles[1], std::wstring(498, L'c'));
+    EXPECT_EQ(lang.Aide(0), std::wstring(1200, L'e'));
+    EXPECT_EQ(lang.AideMenu(0, 0), std::wstring(800, L'f'));
+}
+
+TEST(LanguageFile, ShortFilesRaise62AndLongTablesRaise9) {
+    auto charge = [](const std::vector<uint8_t>& b) {
+        return ErrorOf([&] {
+            mv::Language lang;
+            mv::ChargerLangue(lang, b);
+        });
+    };
+    EXPECT_EQ(charge({}), rt::kInputPastEnd);
+    const std::vector<std::string> complet = Fichier(4).Lignes();
+    // Every cut short of the last menu-help line ends in 62.
+    for (size_t n = 1; n < complet.size(); ++n) {
+        const std::vector<std::string> debut(complet.begin(), complet.begin() + long(n));
+        EXPECT_EQ(charge(Stocke(debut)), rt::kInputPastEnd) << n << " lines";
+    }
+    EXPECT_EQ(charge(Stocke(complet)), 0);
+
+    Fichier entrees(302);
+    EXPECT_EQ(charge(entrees.Octets()), rt::kSubscriptOutOfRange);
+    // Entry 301 without a value stores nothing: no error.
+    entrees.entrees[301] = "301 no value";
+    EXPECT_EQ(charge(entrees.Octets()), 0);
+
+    // 101 pages fill the 101 places (the marker line holds no value); one page more does
+    // not.
+    Fichier aide(2);
+    aide.aide.assign(101, "\"page\"");
+    EXPECT_EQ(charge(aide.Octets()), 0);
+    aide.aide.push_back("\"one too many\"");
+    EXPECT_EQ(charge(aide.Octets()), rt::kSubscriptOutOfRange);
+}
+
+// The repository folder, for the readable language sources.
+std::filesystem::path SourceDir() {
+#ifdef MIROVANTA_SOURCE_DIR
+    return MIROVANTA_SOURCE_DIR;
+#else
+    return std::filesystem::path(__FILE__).parent_path().parent_path().parent_path();
+#endif
+}
+
+std::string ReadText(const std::filesystem::path& p) {
+    std::ifstream in(p, std::ios::binary);
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+// The entries some form or message of the program reads.
+std::vector<int> EntriesRead() {
+    const std::vector<std::pair<int, int>> runs = {
+        {0, 18},    {22, 25},   {27, 57},   {58, 59},   {66, 67},   {69, 100},  {104, 107},
+        {109, 123}, {125, 126}, {128, 128}, {130, 130}, {134, 135}, {139, 144}, {148, 151},
+        {154, 158}, {160, 160}, {162, 163}, {166, 166}, {168, 177}, {183, 187}, {190, 190},
+        {193, 196}, {201, 202}, {204, 204}, {209, 209}, {213, 214}, {216, 225}, {227, 236},
+        {239, 246}, {248, 261}, {263, 263}, {265, 271}};
+    std::vector<int> out;
+    for (auto [a, b] : runs)
+        for (int n = a; n <= b; ++n) out.push_back(n);
+    return out;
+}
+
+TEST(LanguageFile, ShippedFilesReadBackWhole) {
+    for (const char* name : {"ConstPRJA", "ConstPRJF"}) {
+        SCOPED_TRACE(name);
+        const std::string source =
+            ReadText(SourceDir() / "assets" / "lang" / (std::string(name) + ".txt"));
+        ASSERT_FALSE(source.empty());
+        const std::string stored = mv::ScrambleSource(source);
+
+        // Every stored line reads back as its source line, in the system's code page.
+        std::istringstream lignes(source);
+        mv::LineInput in(Bytes(stored));
+        std::string ligne;
+        int n = 0;
+        while (std::getline(lignes, ligne)) {
+            if (!ligne.empty() && ligne.back() == '\r') ligne.pop_back();
+            ASSERT_FALSE(in.Eof()) << "line " << n + 1;
+            EXPECT_EQ(rt::FromCp1252(DecodeLigne(in.Next())), rt::FromUtf8(ligne))
+                << "line " << n + 1;
+            ++n;
+        }
+        EXPECT_TRUE(in.Eof());
+
+        mv::Language lang;
+        const mv::LoadResult r = mv::ChargerLangue(lang, Bytes(stored));
+        EXPECT_TRUE(r);
+        EXPECT_GE(r.entries, mv::kEntriesRead);
+        EXPECT_LE(r.entries, 301);
+        for (int e : EntriesRead()) EXPECT_FALSE(lang.Entry(e).empty()) << "entry " << e;
+        EXPECT_FALSE(lang.TabBulles.empty());
+        EXPECT_FALSE(lang.Aide(0).empty());
+        for (int i = 0; i < 5; ++i)
+            for (int j = 0; j < 7; ++j) {
+                EXPECT_FALSE(lang.AideMenu(i, j).empty()) << i << j;
+            }
+        // The full-screen word must fit the 11 characters a thumbnail caption compares.
+        EXPECT_FALSE(lang.Entry(109).empty());
+        EXPECT_LE(lang.Entry(109).size(), 11u);
+
+#ifdef MIROVANTA_ASSET_DIR
+        // The installed file is the one built from the current source.
+        const std::filesystem::path built =
+            std::filesystem::path(MIROVANTA_ASSET_DIR) / (std::string(name) + "_codN.txt");
+        if (std::filesystem::exists(built)) {
+            EXPECT_EQ(ReadText(built), stored);
+        }
+#endif
+    }
+}
+
+} // namespace

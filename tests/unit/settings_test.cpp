@@ -1,0 +1,349 @@
+// params.txt: the first run, reading by the fixed columns, the repair question, the size
+// remembered at exit, the save folder line, wide folder names and damaged files.
+#include "app_fixture.h"
+#include "runtime/strings.h"
+#include "settings/settings_file.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace {
+
+using namespace std::string_literals;
+
+// The two default lines, spelt out here independently of the program.
+std::string LigneParDefaut(const std::string& colonnes101a126) {
+    return std::string(92, 'X') + "04200260" + colonnes101a126 + std::string(4, ' ') +
+           "mspaint.exe" + std::string(139, ' ') + "c:\\tempocapt<=======";
+}
+const std::string kPremiere = LigneParDefaut("ZMEFY00007Capt111001010000");
+const std::string kReparation = LigneParDefaut("ZMEF200007Capt111000010000");
+
+// kPremiere with the columns from col on replaced by text.
+std::string Avec(int col, const std::string& text) {
+    std::string l = kPremiere;
+    l.replace(size_t(col - 1), text.size(), text);
+    return l;
+}
+
+std::wstring Large(const std::string& ascii) {
+    return std::wstring(ascii.begin(), ascii.end());
+}
+
+// One run of the program on its own backend, over the folders of the test.
+struct Lancement {
+    headless::Backend be;
+    std::unique_ptr<mv::App> app;
+    bool fini = false; // the program ended while starting
+    mv::Params& params() { return app->params; }
+};
+
+class SettingsTest : public AppTest {
+protected:
+    std::wstring Dossier() const { return be.shell.folders.at(L"AppData") + L"\\Mirovanta"; }
+    std::wstring Fichier() const { return Dossier() + L"\\params.txt"; }
+    std::string Personal() const { return (root / "Personal").string(); }
+
+    void Ecrire(const std::string& octets) {
+        if (!rt::DirExists(Dossier())) rt::MkDir(Dossier());
+        rt::WriteFileBytes(Fichier(), octets.data(), octets.size());
+    }
+    std::string Lire() const {
+        const std::vector<uint8_t> v = rt::ReadFileBytes(Fichier());
+        return std::string(v.begin(), v.end());
+    }
+
+    // A run of the program up to the end of its start-up, the language already chosen.
+    std::unique_ptr<Lancement> Lancer(std::initializer_list<int> reponses = {}) {
+        if (!rt::DirExists(Dossier())) rt::MkDir(Dossier());
+        rt::WriteFileBytes(Dossier() + L"\\spoken.txt", "ConstPRJA\r\n", 11);
+        auto l = std::make_unique<Lancement>();
+        l->be.shell.folders = be.shell.folders;
+        l->be.shell.programFolder = be.shell.programFolder;
+        l->be.answers.assign(reponses.begin(), reponses.end());
+        l->app = std::make_unique<mv::App>(l->be);
+        // Marker texts tell which entry a box shows; the language load replaces them, so
+        // they are put back before the main window loads.
+        auto marquer = [&] {
+            for (size_t n = 0; n < l->app->lang.TabConst.size(); ++n)
+                l->app->lang.TabConst[n] = Entry(int(n));
+        };
+        try {
+            marquer();
+            l->app->Start();
+            marquer();
+            l->be.RunFor(1000);
+        } catch (const headless::ProgramEnded&) {
+            l->fini = true;
+        }
+        return l;
+    }
+
+    // The run asked the repair question; with Yes it wrote the repair file and said so.
+    void AttendreReparation(Lancement& l, int reponse, const std::string& avant) {
+        EXPECT_TRUE(l.fini);
+        EXPECT_EQ(l.be.fatalNumber, 0);
+        ASSERT_GE(l.be.boxes.size(), 1u);
+        EXPECT_EQ(l.be.boxes[0].prompt, Entry(125));
+        EXPECT_EQ(l.be.boxes[0].style, 4 + 32);
+        if (reponse == ui::kNo) {
+            EXPECT_EQ(l.be.boxes.size(), 1u);
+            EXPECT_EQ(Lire(), avant);
+            return;
+        }
+        ASSERT_EQ(l.be.boxes.size(), 2u);
+        EXPECT_EQ(l.be.boxes[1].prompt, Entry(126));
+        EXPECT_EQ(l.be.boxes[1].style, 64);
+        EXPECT_EQ(Lire(), kReparation + "\r\n" + Personal() + "\r\n");
+    }
+
+    // Starts on the given content, answers the repair question.
+    void AttendreReparation(const std::string& contenu, int reponse) {
+        Ecrire(contenu);
+        auto l = Lancer({reponse});
+        AttendreReparation(*l, reponse, contenu);
+    }
+
+    // Starts on the given content, which must read without the repair question.
+    std::unique_ptr<Lancement> LireSansMessage(const std::string& contenu) {
+        Ecrire(contenu);
+        auto l = Lancer();
+        EXPECT_FALSE(l->fini);
+        for (const auto& b : l->be.boxes) EXPECT_NE(b.prompt, Entry(125));
+        return l;
+    }
+
+    // Quits the run: the exit question is not asked, there are no captures.
+    static void Quitter(Lancement& l) {
+        EXPECT_THROW(l.app->main->quitprog(), headless::ProgramEnded);
+        EXPECT_EQ(l.be.fatalNumber, 0);
+    }
+};
+
+TEST_F(SettingsTest, FirstRunWritesTheDefaultFileAndTheNextStartReadsIt) {
+    auto l = Lancer();
+    EXPECT_FALSE(l->fini);
+    EXPECT_TRUE(l->be.boxes.empty());
+    // Line 2 at first run is the Personal folder without padding.
+    EXPECT_EQ(Lire(), kPremiere + "\r\n" + Personal() + "\r\n");
+
+    for (int run = 0; run < 2; ++run) {
+        SCOPED_TRACE(run);
+        const mv::Params& p = l->params();
+        EXPECT_EQ(p.LigneParams, Large(kPremiere));
+        EXPECT_EQ(std::wstring({p.ToucheZone, p.ToucheMemeZone, p.ToucheEcran, p.ToucheFenetre,
+                                p.ToucheDoubleH}),
+                  L"ZMEFY");
+        EXPECT_EQ(p.PreAffZone, 1);
+        EXPECT_EQ(p.MemoZone, 1);
+        EXPECT_EQ(p.QualiteJpeg, 70);
+        EXPECT_EQ(p.PrefixeNom, L"Capt");
+        EXPECT_DOUBLE_EQ(p.Tempo, 0.1);
+        EXPECT_EQ(p.SansCopieAuto, L"0");
+        EXPECT_EQ(p.GrilleDix + p.EnregBmp + p.GardeFenetres + p.NomParCapture + p.Silence, 0);
+        EXPECT_EQ(p.LargSel, L"0420");
+        EXPECT_EQ(p.HautSel, L"0260");
+        EXPECT_EQ(p.Editeur, L"mspaint.exe" + rt::Space(139));
+        EXPECT_EQ(p.EditeurNom, L"mspaint.exe");
+        EXPECT_EQ(p.DossierEnreg.size(), 300u);
+        EXPECT_EQ(p.DossierEnregCourt, rt::FromUtf8(Personal()));
+        EXPECT_EQ(p.DossierTemp, Dossier() + L"\\tempocapt");
+        EXPECT_EQ(l->app->main->TimPeriod.Interval(), 10000);
+        l = Lancer();
+        EXPECT_FALSE(l->fini);
+        EXPECT_TRUE(l->be.boxes.empty());
+    }
+}
+
+TEST_F(SettingsTest, ShortFirstLineReadsZerosAndBlanksAndMemoZoneOffLeavesTheFileAtExit) {
+    const std::string contenu = kPremiere.substr(0, 104) + "\r\nD:\\Captures\r\n";
+    auto l = LireSansMessage(contenu);
+    const mv::Params& p = l->params();
+    EXPECT_EQ(p.LigneParams, Large(kPremiere.substr(0, 104)) + rt::Space(196));
+    EXPECT_EQ(p.ToucheFenetre, L'F');
+    EXPECT_EQ(p.ToucheDoubleH, L' ');
+    EXPECT_EQ(p.QualiteJpeg, 0);
+    EXPECT_EQ(p.PrefixeNom, L"    ");
+    EXPECT_EQ(p.MemoZone, 0);
+    EXPECT_EQ(p.PreAffZone, 0);
+    EXPECT_DOUBLE_EQ(p.Tempo, 0);
+    EXPECT_EQ(p.SansCopieAuto, L"0");
+    EXPECT_EQ(p.EditeurNom, L"");
+    EXPECT_EQ(p.DossierEnregCourt, L"D:\\Captures");
+    EXPECT_EQ(l->app->main->TimPeriod.Interval(), 0);
+    // A blank hotkey matches the blank of "no key": the double-height command fires on
+    // every tick of the key timer.
+    ASSERT_FALSE(l->be.boxes.empty());
+    EXPECT_EQ(l->be.boxes[0].prompt, Entry(265));
+    Quitter(*l);
+    EXPECT_EQ(Lire(), contenu);
+}
+
+TEST_F(SettingsTest, OneLineOrEmptyFileAsksForRepairAndNoLeavesItUntouched) {
+    for (const std::string& contenu :
+         {kPremiere + "\r\n", kPremiere, std::string(), std::string("\r\n")}) {
+        SCOPED_TRACE(contenu.size());
+        AttendreReparation(contenu, ui::kNo);
+        AttendreReparation(contenu, ui::kYes);
+    }
+    // The repaired file reads without a question, with its two differences.
+    auto l = Lancer();
+    EXPECT_TRUE(l->be.boxes.empty());
+    EXPECT_EQ(l->params().ToucheDoubleH, L'2');
+    EXPECT_EQ(l->params().PreAffZone, 0);
+    EXPECT_EQ(l->params().DossierEnregCourt, rt::FromUtf8(Personal()));
+}
+
+TEST_F(SettingsTest, FieldsThatCannotBeReadAskForRepair) {
+    const std::string ligne2 = "\r\nD:\\Captures\r\n";
+    // No run of five blanks in the editor field.
+    AttendreReparation(Avec(131, std::string(150, 'a')) + ligne2, ui::kYes);
+    // A prefix of digits carries the quality number on: 72013111001010000 * 10.
+    AttendreReparation(Avec(111, "2013") + ligne2, ui::kYes);
+    // The interval outside what the timer takes, or beyond any number.
+    for (const char* intervalle : {"65536", "-1000", "9E999"}) {
+        SCOPED_TRACE(intervalle);
+        AttendreReparation(Avec(122, intervalle) + ligne2, ui::kYes);
+    }
+
+    auto l = LireSansMessage(Avec(122, "65535") + ligne2);
+    EXPECT_EQ(l->app->main->TimPeriod.Interval(), 65535);
+    // A path keeps the blanks up to the length of the text before the five blanks.
+    l = LireSansMessage(Avec(131, "C:\\Program Files\\Ed\\ed.exe") + ligne2);
+    EXPECT_EQ(l->params().EditeurNom, L"ed.exe" + rt::Space(20));
+    l = LireSansMessage(Avec(131, "my editor.exe") + ligne2);
+    EXPECT_EQ(l->params().EditeurNom, L"my editor.exe");
+    // A letter prefix stops the quality number; E without digits is no exponent.
+    l = LireSansMessage(Avec(110, "9Exyz") + ligne2);
+    EXPECT_EQ(l->params().QualiteJpeg, 90);
+    EXPECT_EQ(l->params().PrefixeNom, L"Exyz");
+}
+
+TEST_F(SettingsTest, RectangleSizeIsRememberedAtExitInFourCharacters) {
+    // Never opened, the overlay's rectangle has its design size.
+    auto l = Lancer();
+    Quitter(*l);
+    EXPECT_EQ(Lire(), Avec(93, " 420 260") + "\r\n" + Personal() +
+                          std::string(300 - Personal().size(), ' ') + "\r\n");
+
+    l = Lancer();
+    l->app->full->Load();
+    l->app->full->rectsel.Move(0, 0, 1280 * 15, 260 * 15);
+    Quitter(*l);
+    l = Lancer();
+    EXPECT_EQ(l->params().LargSel, L" 128");
+    EXPECT_EQ(l->params().HautSel, L" 260");
+    EXPECT_EQ(rt::Val(l->params().LargSel), 128.0);
+
+    // A shorter text replaces only its own characters; a fraction is cut with the rest.
+    l->app->full->Load();
+    l->app->full->rectsel.Move(0, 0, 50 * 15, 5000);
+    Quitter(*l);
+    l = Lancer();
+    EXPECT_EQ(l->params().LargSel, L" 508");
+    EXPECT_EQ(l->params().HautSel, L" 333");
+}
+
+TEST_F(SettingsTest, SaveFolderLineIsReadPaddedOrNotAndSavOptionsWritesDossierPerso) {
+    auto l = LireSansMessage(kPremiere + "\r\nD:\\My  Pictures\\Shots\r\n");
+    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\My");
+    EXPECT_EQ(l->params().DossierEnreg, L"D:\\My  Pictures\\Shots" + rt::Space(279));
+
+    l = LireSansMessage(kPremiere + "\r\nD:\\Captures" + std::string(289, ' ') + "\r\n");
+    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\Captures");
+    l = LireSansMessage(kPremiere + "\r\n\r\n");
+    EXPECT_EQ(l->params().DossierEnregCourt, L"");
+
+    // Past 298 characters the field does not end in two blanks and stays whole.
+    const std::string long299 = "D:\\" + std::string(296, 'd');
+    l = LireSansMessage(kPremiere + "\r\n" + long299 + "\r\n");
+    EXPECT_EQ(l->params().DossierEnregCourt, Large(long299) + L" ");
+    l = LireSansMessage(kPremiere + "\r\n" + long299 + "ef\r\n");
+    EXPECT_EQ(l->params().DossierEnregCourt, Large(long299 + "e"));
+
+    // Line 2 comes from DossierPerso: the folder read from the file is forgotten.
+    l = LireSansMessage(Avec(101, "QRSTU") + "\r\nD:\\Captures\r\n");
+    mv::SavOptions(*l->app);
+    EXPECT_EQ(Lire(), Avec(101, "QRSTU") + "\r\n" + Personal() +
+                          std::string(300 - Personal().size(), ' ') + "\r\n");
+    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\Captures");
+}
+
+TEST_F(SettingsTest, WideFolderNamesWorkAndTheFileHoldsWindows1252) {
+    // The per-user folder has a name outside any single-byte code page.
+    const std::filesystem::path appData = root / "Zo\xC3\xAB \xE6\xBC\xA2\xE5\xAD\x97" / "AppData";
+    std::filesystem::create_directories(appData);
+    be.shell.folders[L"AppData"] = rt::FromUtf8(appData.string());
+    // A Personal folder with é (in Windows-1252), 漢字 (not) and € (byte 0x80).
+    be.shell.folders[L"Personal"] = L"C:\\Users\\Zo\u00EB\\\u6F22\u5B57 \u20AC";
+    auto l = Lancer();
+    EXPECT_TRUE(l->be.boxes.empty());
+    EXPECT_TRUE(std::filesystem::is_regular_file(appData / "Mirovanta" / "params.txt"));
+    // Characters with no byte become '?': the save folder of the next run has them so.
+    EXPECT_EQ(Lire(), kPremiere + "\r\nC:\\Users\\Zo\xEB\\?? \x80\r\n");
+    l = Lancer();
+    EXPECT_TRUE(l->be.boxes.empty());
+    EXPECT_EQ(l->params().DossierEnregCourt, L"C:\\Users\\Zo\u00EB\\?? \u20AC");
+
+    l = LireSansMessage(Avec(131, "C:\\\xC9"
+                                  "diteurs\\peint.exe") +
+                        "\r\nD:\\\r\n");
+    EXPECT_EQ(l->params().Editeur.substr(0, 12), L"C:\\\u00C9diteurs\\");
+    EXPECT_EQ(l->params().EditeurNom, L"peint.exe" + rt::Space(12));
+}
+
+TEST_F(SettingsTest, DamagedFilesAskForRepairOrReadByTheLineRules) {
+    // Binary garbage without a carriage return is one line: line 2 is missing.
+    std::string garbage;
+    uint32_t x = 12345;
+    for (int i = 0; i < 5000; ++i) {
+        x = x * 1103515245u + 12345u;
+        const char c = char(x >> 24);
+        garbage += c == '\r' ? '\0' : c;
+    }
+    AttendreReparation(garbage, ui::kNo);
+    // A lone line feed does not end a line either.
+    AttendreReparation(kPremiere + "\nD:\\Captures\n", ui::kNo);
+    // Ten thousand characters with no five blanks in the editor columns.
+    AttendreReparation(std::string(10000, 'Q') + "\r\nD:\\Captures\r\n", ui::kYes);
+
+    // A long line is cut at 300 characters; carriage returns alone end lines.
+    auto l = LireSansMessage(kPremiere + std::string(9700, 'Q') + "\r\nD:\\Captures\r\n");
+    EXPECT_EQ(l->params().LigneParams, Large(kPremiere));
+    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\Captures");
+    l = LireSansMessage(kPremiere + "\rD:\\Captures\r");
+    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\Captures");
+    // Text after line 2 and NUL bytes are read like any other.
+    l = LireSansMessage(kPremiere + "\r\nD:\\Cap\0tures\r\n\r\nmore\r\n"s);
+    EXPECT_EQ(l->params().DossierEnregCourt, std::wstring(L"D:\\Cap\0tures", 12));
+    // A line feed inside line 1 is a character: every column moves one to the right.
+    l = LireSansMessage("\n" + kPremiere + "\r\nD:\\Captures\r\n");
+    EXPECT_EQ(l->params().ToucheZone, L'0');
+    EXPECT_EQ(l->params().ToucheMemeZone, L'Z');
+    EXPECT_EQ(l->app->main->TimPeriod.Interval(), 1000);
+}
+
+TEST_F(SettingsTest, SavOptionsThatCannotWriteAsksForRepair) {
+    auto l1 = Lancer();
+    auto l2 = Lancer();
+    ASSERT_FALSE(l1->fini || l2->fini);
+    // A folder in place of the file: it can be neither written nor deleted.
+    rt::Kill(Fichier());
+    rt::MkDir(Fichier());
+    l1->be.answers.push_back(ui::kNo);
+    EXPECT_THROW(mv::SavOptions(*l1->app), headless::ProgramEnded);
+    ASSERT_EQ(l1->be.boxes.size(), 1u);
+    EXPECT_EQ(l1->be.boxes[0].prompt, Entry(125));
+    EXPECT_EQ(l1->be.boxes[0].style, 36);
+    EXPECT_TRUE(rt::DirExists(Fichier()));
+
+    // At exit, Yes fails to delete it; the exit ignores that error and ends.
+    l2->be.answers.push_back(ui::kYes);
+    Quitter(*l2);
+    ASSERT_EQ(l2->be.boxes.size(), 1u);
+    EXPECT_EQ(l2->be.boxes[0].prompt, Entry(125));
+    EXPECT_TRUE(rt::DirExists(Fichier()));
+}
+
+} // namespace

@@ -1,0 +1,170 @@
+#!/usr/bin/env bash
+# Checks of the start, the language, the settings file, the hotkeys and the exit of the
+# real program under Wine, from a fresh prefix.
+# Usage: check_startup.sh BIN_DIR
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+source "$here/lib.sh"
+BIN=$(cd "${1:?usage: check_startup.sh BIN_DIR}" && pwd)
+LANG_DIR="$here/../../assets/lang"
+
+wh_init startup
+wh_start_xvfb 1280x1024
+wh_show_picture
+wh_start_wine
+APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
+
+# entry LANG N: the text of language entry N (ConstPRJA or ConstPRJF) from its source.
+entry() { sed -n "s/^$2 [^\"]*\"\\([^\"]*\\)\".*/\\1/p" "$LANG_DIR/$1.txt"; }
+temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
+temp_folders() { find "$APPDATA" -maxdepth 1 -name 'tempocapt*' 2>/dev/null; }
+count_temp_files() { [ "$(temp_files | wc -l)" -ge "$1" ]; }
+
+launch() {
+    wh_launch "$BIN/mirovanta.exe"
+    PROGRAM=$WH_PID
+}
+wait_main() {
+    wh_find_window "^Mirovanta - $(entry "$1" 210)\$" 20 || return 1
+    MAIN=$WH_WID
+    sleep 1.5 # the opening animation brings the hotkeys alive
+}
+quit_without_captures() {
+    wh_key "$MAIN" ctrl+q || return 1
+    wh_wait_exit "$PROGRAM" 15
+}
+
+check_chooser() {
+    launch
+    wh_find_window '^Mirovanta$' 20 || return 1
+    CHOOSER=$WH_WID
+    sleep 0.5
+    wh_screenshot chooser.png
+    [[ ! -e "$APPDATA/spoken.txt" ]] || { wh_reason "spoken.txt exists before the choice"; return 1; }
+}
+
+check_french() {
+    wh_click "$CHOOSER" 82 50 # the French flag
+    wait_main ConstPRJF || return 1
+    wh_screenshot main-fr.png
+    [[ "$(head -c 9 "$APPDATA/spoken.txt")" == ConstPRJF ]] || { wh_reason "spoken.txt: $(cat "$APPDATA/spoken.txt")"; return 1; }
+}
+
+check_first_run_settings() {
+    local want line1
+    want="$(printf 'X%.0s' {1..92})04200260ZMEFY00007Capt111001010000    mspaint.exe$(printf ' %.0s' {1..139})c:\\tempocapt<======="
+    line1=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
+    [[ "$line1" == "$want" ]] || { wh_reason "line 1 of params.txt is '$line1'"; return 1; }
+    [[ "$(sed -n 2p "$APPDATA/params.txt" | tr -d '\r')" == *Documents* ]] ||
+        { wh_reason "line 2 is not the Personal folder"; return 1; }
+}
+
+check_quit_removes_the_temporary_folder() {
+    [[ -n "$(temp_folders)" ]] || { wh_reason "no temporary folder while running"; return 1; }
+    quit_without_captures || return 1
+    [[ -z "$(temp_folders)" ]] || { wh_reason "left behind: $(temp_folders)"; return 1; }
+}
+
+check_second_start_skips_the_chooser() {
+    launch
+    wait_main ConstPRJF || return 1
+    if xdotool search --onlyvisible --name '^Mirovanta$' >/dev/null 2>&1; then
+        wh_reason "the chooser showed again"; return 1
+    fi
+    quit_without_captures
+}
+
+check_english() {
+    printf 'ConstPRJA\r\n' > "$APPDATA/spoken.txt"
+    launch
+    wait_main ConstPRJA || return 1
+    wh_screenshot main-en.png
+}
+
+# Control+E while another program is in front: the whole screen, that program included.
+check_hotkey_whole_screen() {
+    wh_launch -l notepad.log notepad
+    wh_find_window 'Notepad' 20 || return 1
+    NOTEPAD=$WH_WID
+    wh_mouse_move 300 700
+    sleep 0.5
+    wh_window_geometry "$MAIN" || return 1
+    local main_box="$((WH_W + 8))x$((WH_H + 27))+$((WH_X - 4))+$((WH_Y - 23))"
+    wh_screenshot before-hotkey.png
+    wh_key_hold "$NOTEPAD" ctrl+e 0.3 || return 1
+    wh_wait_for "a temporary BMP" 20 count_temp_files 1 || return 1
+    sleep 1
+    CAPTURE_E=$(temp_files | tail -1)
+    cp "$CAPTURE_E" "$WH_ART/hotkey-e.bmp"
+    # Equal but for the main window, which hid for the grab, the stamped cursor and
+    # notepad's blinking caret.
+    wh_diff_count "$CAPTURE_E" "$WH_ART/before-hotkey.png" --exclude "$main_box" \
+        --exclude 48x48+292+692 --exclude 16x30+4+40 --diff "$WH_ART/hotkey-e-diff.png"
+    ((WH_DIFF == 0)) || { wh_reason "$WH_DIFF pixels differ from the screen"; return 1; }
+}
+
+# Control+F: the window in front. Minesweeper stands in front this time: notepad would
+# open its Find box on the same keys, sooner or later than the grab.
+check_hotkey_window() {
+    # Delete the first capture: the main window goes back to its strip, the thumbnails hide
+    # (Wine takes up to 2 s to hide a window when no window manager answers).
+    local list
+    list=$(xdotool search --onlyvisible --name '^Collection$' | head -1)
+    wh_key "$MAIN" Delete || return 1
+    wh_wait_for "the first capture deleted" 10 test ! -f "$CAPTURE_E" || return 1
+    [[ -z "$list" ]] || wh_wait_window_gone "$list" 10 || return 1
+    wh_launch -l winemine.log winemine
+    wh_find_window 'Mine' 20 || return 1
+    local mine=$WH_WID
+    sleep 1
+    wh_window_geometry "$mine" || return 1
+    local box="${WH_W}x$WH_H+$WH_X+$WH_Y" w=$WH_W h=$WH_H
+    wh_mouse_move 1000 900
+    wh_screenshot before-hotkey-f.png "$box"
+    wh_key_hold "$mine" ctrl+f 0.3 || return 1
+    wh_wait_for "a temporary BMP" 20 count_temp_files 1 || return 1
+    sleep 1
+    CAPTURE_F=$(temp_files | tail -1)
+    cp "$CAPTURE_F" "$WH_ART/hotkey-f.bmp"
+    # Wine draws no frame without a window manager: the window rectangle is the X window
+    # with the frame around it and the caption above it.
+    local bw bh
+    read -r bw bh < <(identify -format '%w %h' "$CAPTURE_F")
+    local frame=$(((bw - w) / 2)) caption=$((bh - h - (bw - w) / 2))
+    ((frame >= 0 && frame <= 8 && caption >= 15 && caption <= 40)) ||
+        { wh_reason "window capture is ${bw}x$bh for a window of ${w}x$h"; return 1; }
+    convert "$CAPTURE_F" -crop "${w}x$h+$frame+$caption" +repage "$WH_ART/hotkey-f-inside.png"
+    wh_assert_same hotkey-f "$WH_ART/hotkey-f-inside.png" "$WH_ART/before-hotkey-f.png"
+}
+
+check_exit_question_cancel() {
+    wh_key "$MAIN" ctrl+q || return 1
+    wh_find_window "^$(entry ConstPRJA 116)\$" 10 || return 1
+    local box=$WH_WID
+    wh_screenshot exit-question.png
+    wh_key "$box" Escape || return 1
+    wh_wait_window_gone "$box" 10 || return 1
+    sleep 0.5
+    kill -0 "$PROGRAM" 2>/dev/null || { wh_reason "the program ended"; return 1; }
+    [[ -f "$CAPTURE_F" ]] || { wh_reason "the capture was lost"; return 1; }
+}
+
+check_exit_question_no() {
+    wh_key "$MAIN" ctrl+q || return 1
+    wh_find_window "^$(entry ConstPRJA 116)\$" 10 || return 1
+    wh_key "$WH_WID" n || return 1
+    wh_wait_exit "$PROGRAM" 15 || return 1
+    [[ -z "$(temp_folders)" ]] || { wh_reason "left behind: $(temp_folders)"; return 1; }
+}
+
+wh_check "the first start shows the language chooser" check_chooser
+wh_check "the French flag writes spoken.txt and the main window comes up in French" check_french
+wh_check "params.txt holds the first-run line" check_first_run_settings
+wh_check "quitting removes the temporary folder" check_quit_removes_the_temporary_folder
+wh_check "a second start skips the chooser" check_second_start_skips_the_chooser
+wh_check "the English file gives an English main window" check_english
+wh_check "Control+E from another program captures the whole screen" check_hotkey_whole_screen
+wh_check "Control+F captures the window in front" check_hotkey_window
+wh_check "Control+Q with captures asks, and Cancel keeps them" check_exit_question_cancel
+wh_check "answering No ends the program and removes the temporary files" check_exit_question_no
+wh_finish
