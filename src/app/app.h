@@ -12,6 +12,9 @@
 
 namespace mv {
 
+// The version shown by the splash and the about box.
+inline constexpr wchar_t kVersion[] = L"0.1.0";
+
 class frmMain;
 class Flistimages;
 class FrmFull;

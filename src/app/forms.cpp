@@ -6,6 +6,12 @@
 
 namespace mv {
 
+void Centrer(ui::Form& f, float largeur, float hauteur) {
+    const auto ecran = f.FormBackend().Screen();
+    f.Move((ecran.WidthTwips() - largeur) / 2, (ecran.HeightTwips() - hauteur) / 2, largeur,
+           hauteur);
+}
+
 FrmFull::FrmFull(App& a) : ui::Form(a.be, L"FrmFull"), app(a) {}
 
 void FrmFull::Design() {
@@ -43,9 +49,7 @@ void frmSplash::Design() {
     borderStyle = 0;
     showInTaskbar = false;
     SetBackColor(0xFFFFFF);
-    const auto ecran = app.Screen();
-    const float largeur = 4800, hauteur = 1500;
-    Move((ecran.WidthTwips() - largeur) / 2, (ecran.HeightTwips() - hauteur) / 2, largeur, hauteur);
+    Centrer(*this, 4800, 1500);
     PictLogo.Move(360, 360, 480, 480);
     PictLogo.SetBackColor(0xFFFFFF);
     LabTitre.Move(1080, 300, 3400, 480);
@@ -53,7 +57,7 @@ void frmSplash::Design() {
     LabTitre.SetCaption(L"Mirovanta");
     LabTitre.SetTransparent(true);
     LabVersion.Move(1080, 840, 3400, 300);
-    LabVersion.SetCaption(L"Version 0.1.0");
+    LabVersion.SetCaption(std::wstring(L"Version ") + kVersion);
     LabVersion.SetForeColor(0x606060);
     LabVersion.SetTransparent(true);
 }
@@ -79,8 +83,7 @@ void FrmSortie::Design() {
     showInTaskbar = false;
     topMost = true;
     SetBackColor(0xFFFFFF);
-    const auto ecran = app.Screen();
-    Move((ecran.WidthTwips() - 5400) / 2, (ecran.HeightTwips() - 1200) / 2, 5400, 1200);
+    Centrer(*this, 5400, 1200);
     Label1.Move(240, 240, 4920, 720);
     Label1.SetAlignment(2);
     Label1.SetFont({L"Arial", 10, true, false});
@@ -105,7 +108,7 @@ void frmAbout::Design() {
     LabProduit.SetCaption(L"Mirovanta");
     LabProduit.SetTransparent(true);
     LabVersion.Move(960, 700, 4200, 900);
-    LabVersion.SetCaption(L"Version 0.1.0\r\nScreen capture for Windows");
+    LabVersion.SetCaption(std::wstring(L"Version ") + kVersion + L"\r\nScreen capture for Windows");
     LabVersion.SetTransparent(true);
 }
 

@@ -7,6 +7,9 @@
 
 namespace mv {
 
+// Gives a form the size and places it in the middle of the screen.
+void Centrer(ui::Form& f, float largeur, float hauteur);
+
 // The full-screen selection overlay.
 class FrmFull : public ui::Form {
 public:

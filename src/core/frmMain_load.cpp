@@ -408,6 +408,8 @@ void frmMain::quitprog() {
     try {
         rt::RmDir(app.DossierTemp);
     } catch (const rt::RuntimeError&) {}
+    // The end below does not wait for the main window's Terminate: the icon goes now.
+    app.be.GetTray().Delete();
     // The last rectangle size, in pixels, for the next run. Reading a control of the
     // overlay loads it, as the original runtime did.
     if (app.params.MemoZone != 0) {

@@ -26,9 +26,7 @@ void FrmChoixLng::Design() {
     borderStyle = 0;
     showInTaskbar = true;
     SetBackColor(kFondTransparent);
-    const auto ecran = app.Screen();
-    const float largeur = 4200, hauteur = 2100;
-    Move((ecran.WidthTwips() - largeur) / 2, (ecran.HeightTwips() - hauteur) / 2, largeur, hauteur);
+    Centrer(*this, 4200, 2100);
     Image1.Move(480, 240, 1500, 1020);
     Image2.Move(2220, 240, 1500, 1020);
     for (ui::PictureBox* p : {&Image1, &Image2}) p->SetBorderStyle(0);

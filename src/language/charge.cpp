@@ -1,5 +1,7 @@
 #include "language/charge.h"
 
+#include "runtime/line_input.h"
+
 #include "language/decode.h"
 #include "runtime/errors.h"
 #include "runtime/files.h"
@@ -42,19 +44,9 @@ template <typename Table> std::wstring& Case(Table& t, int n) {
 
 } // namespace
 
-std::string LineInput::Next() {
-    if (pos_ >= bytes_.size()) rt::Raise(rt::kInputPastEnd);
-    const size_t debut = pos_;
-    while (pos_ < bytes_.size() && bytes_[pos_] != '\r' && bytes_[pos_] != '\n') ++pos_;
-    std::string ligne(reinterpret_cast<const char*>(bytes_.data()) + debut, pos_ - debut);
-    if (pos_ < bytes_.size() && bytes_[pos_++] == '\r' && pos_ < bytes_.size() &&
-        bytes_[pos_] == '\n')
-        ++pos_;
-    return ligne;
-}
-
 LoadResult ChargerLangue(Language& lang, std::span<const uint8_t> bytes) {
-    LineInput fichier(bytes);
+    rt::LineInput fichier(
+        std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
     auto lireTampon = [&fichier] {
         std::string ligne = DecodeLigne(fichier.Next());
         if (ligne.size() > kTampon) ligne.resize(kTampon);
@@ -104,7 +96,8 @@ LoadResult ChargerLangue(Language& lang, std::span<const uint8_t> bytes) {
 }
 
 std::wstring SpokenCode(std::span<const uint8_t> bytes) {
-    LineInput fichier(bytes);
+    rt::LineInput fichier(
+        std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
     return rt::FromCp1252(fichier.Next());
 }
 

@@ -18,19 +18,6 @@ inline constexpr int kEntriesRead = 272;
 // What the caller shows, with the stop icon, when the file's entries are out of sequence.
 inline constexpr wchar_t kPermanentError[] = L"Permanent Error ....";
 
-// Line Input over a file's bytes: a line ends at CR or LF, a CR LF pair counts once; the
-// last line needs no end. Next() past the last line raises 62 (input past end of file).
-class LineInput {
-public:
-    explicit LineInput(std::span<const uint8_t> bytes) : bytes_(bytes.begin(), bytes.end()) {}
-    std::string Next();
-    bool Eof() const { return pos_ >= bytes_.size(); }
-
-private:
-    std::vector<uint8_t> bytes_;
-    size_t pos_ = 0;
-};
-
 struct LoadResult {
     // An entry line whose number is not the count of entries before it: reading stopped
     // there, the tables after the entries were not read.

@@ -5,6 +5,7 @@
 #include "runtime/errors.h"
 #include "runtime/files.h"
 #include "runtime/integer.h"
+#include "runtime/line_input.h"
 #include "runtime/strings.h"
 
 #include <algorithm>
@@ -44,32 +45,6 @@ void RemplacerMid(std::wstring& s, size_t start, size_t n, std::wstring_view tex
     s.replace(debut, n, texte.substr(0, n));
 }
 
-// Line Input over bytes. A line ends at a carriage return, and a line feed right after it
-// belongs to that end; a lone line feed is an ordinary character of the line, as the
-// original runtime read it (a file with LF-only ends is one long line to it). The last
-// line needs no end. At the end of the data there is no line: 62.
-class LecteurLignes {
-public:
-    explicit LecteurLignes(std::string_view octets) : octets_(octets) {}
-
-    std::wstring LineInput() {
-        if (pos_ >= octets_.size()) rt::Raise(rt::kInputPastEnd);
-        size_t fin = octets_.find('\r', pos_);
-        if (fin == std::string_view::npos) fin = octets_.size();
-        // Only the first 300 characters survive the fixed-length field: the rest of a long
-        // line is skipped without being decoded.
-        std::string_view ligne = octets_.substr(pos_, fin - pos_);
-        std::wstring texte = rt::FromCp1252(ligne.substr(0, kLargeurLigne));
-        pos_ = fin + 1;
-        if (pos_ < octets_.size() && octets_[pos_] == '\n') ++pos_;
-        return texte;
-    }
-
-private:
-    std::string_view octets_;
-    size_t pos_ = 0;
-};
-
 } // namespace
 
 std::wstring LignePremierLancement() {
@@ -87,10 +62,12 @@ std::wstring Cadrer(std::wstring_view s, size_t n) {
 }
 
 LignesParams LireLignes(std::string_view octets) {
-    LecteurLignes lecteur(octets);
+    rt::LineInput lecteur(octets);
+    // Only the first 300 characters survive the fixed-length field.
+    auto ligne = [&lecteur] { return rt::FromCp1252(lecteur.Next().substr(0, kLargeurLigne)); };
     LignesParams l;
-    l.ligne1 = Cadrer(lecteur.LineInput());
-    l.ligne2 = Cadrer(lecteur.LineInput());
+    l.ligne1 = Cadrer(ligne());
+    l.ligne2 = Cadrer(ligne());
     return l;
 }
 

@@ -2,6 +2,7 @@
 #include "platform/gdi/bmp.h"
 #include "platform/gdi/surface.h"
 #include "runtime/errors.h"
+#include "test_util.h"
 
 #include <gtest/gtest.h>
 
@@ -18,15 +19,6 @@ Surface Numbered(int w, int h) {
     for (int y = 0; y < h; ++y)
         for (int x = 0; x < w; ++x) s.At(x, y) = Rgb(x * 37 + y * 11, y * 53 + 7, (x ^ y) * 29);
     return s;
-}
-
-int RaisedNumber(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const rt::RuntimeError& e) {
-        return e.number;
-    }
-    return 0;
 }
 
 // A BMP file with a BITMAPINFOHEADER (or a longer header, padded with zeros). `extra` follows
@@ -70,7 +62,7 @@ TEST(GdiBmp, RoundTripsEveryWidthWithPaddedBottomUpRows) {
             EXPECT_EQ(Decode(f), s) << bpp << " bits, width " << w;
         }
     }
-    EXPECT_EQ(RaisedNumber([] { EncodeBmp(Surface(2, 2), 8); }), rt::kInvalidCall);
+    EXPECT_EQ(ErrorOf([] { EncodeBmp(Surface(2, 2), 8); }), rt::kInvalidCall);
 
     std::filesystem::path dir = std::filesystem::temp_directory_path() / "gdi_test_bmp";
     std::filesystem::create_directories(dir);
@@ -78,7 +70,7 @@ TEST(GdiBmp, RoundTripsEveryWidthWithPaddedBottomUpRows) {
     Surface s = Numbered(13, 5);
     SaveBmp(s, path, 32);
     EXPECT_EQ(LoadBmp(path), s);
-    EXPECT_EQ(RaisedNumber([&] { LoadBmp((dir / "missing.bmp").wstring()); }), rt::kFileNotFound);
+    EXPECT_EQ(ErrorOf([&] { LoadBmp((dir / "missing.bmp").wstring()); }), rt::kFileNotFound);
     std::filesystem::remove_all(dir);
 }
 
@@ -171,12 +163,12 @@ TEST(GdiBmp, MalformedFilesRaiseInvalidPicture) {
          MakeBmp(1, 1, 16, 3, {0, 0, 1, 0, 0xE0, 0x07, 0, 0, 0x1F, 0, 0, 0}, row)},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(RaisedNumber([&] { Decode(c.file); }), rt::kInvalidPicture) << c.what;
-    EXPECT_EQ(RaisedNumber([] { DecodeBmp(nullptr, 100); }), rt::kInvalidPicture);
+        EXPECT_EQ(ErrorOf([&] { Decode(c.file); }), rt::kInvalidPicture) << c.what;
+    EXPECT_EQ(ErrorOf([] { DecodeBmp(nullptr, 100); }), rt::kInvalidPicture);
     // Every truncation, of the header, palette or pixels.
     for (const auto* f : {&good8, &good24})
         for (size_t n = 0; n < f->size(); ++n)
-            EXPECT_EQ(RaisedNumber([&] { DecodeBmp(f->data(), n); }), rt::kInvalidPicture) << n;
+            EXPECT_EQ(ErrorOf([&] { DecodeBmp(f->data(), n); }), rt::kInvalidPicture) << n;
 }
 
 TEST(GdiBlit, BitBltClipsAgainstBothSurfacesAtEveryEdge) {

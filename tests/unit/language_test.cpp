@@ -4,6 +4,8 @@
 #include "language/decode.h"
 #include "runtime/errors.h"
 #include "runtime/files.h"
+#include "runtime/line_input.h"
+#include "test_util.h"
 
 #include <gtest/gtest.h>
 
@@ -20,15 +22,6 @@ namespace {
 
 using mv::DecodeLigne;
 using mv::EncodeLigne;
-
-int ErrorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const rt::RuntimeError& e) {
-        return e.number;
-    }
-    return 0;
-}
 
 std::vector<uint8_t> Bytes(const std::string& s) {
     return {s.begin(), s.end()};
@@ -156,7 +149,7 @@ TEST(LanguageScrambling, SourceFileBecomesStoredLines) {
     const std::string stored = mv::ScrambleSource("\xEF\xBB\xBF"
                                                   "000 a = \"caf\xC3\xA9\"\r\n\n"
                                                   "\xE2\x82\xAC\rlast");
-    mv::LineInput in(Bytes(stored));
+    rt::LineInput in(stored);
     EXPECT_EQ(DecodeLigne(in.Next()), "000 a = \"caf\xE9\"");
     EXPECT_EQ(DecodeLigne(in.Next()), "");
     EXPECT_EQ(DecodeLigne(in.Next()), "\x80");
@@ -176,8 +169,9 @@ TEST(LanguageScrambling, SourceFileBecomesStoredLines) {
 }
 
 TEST(LanguageFile, LineInputEndsAndSpokenCode) {
-    mv::LineInput in(Bytes("a\rb\nc\r\n\r\nd\n\re"));
-    for (const char* want : {"a", "b", "c", "", "d", "", "e"}) EXPECT_EQ(in.Next(), want);
+    // CR or CR LF end a line; a lone LF is part of it.
+    rt::LineInput in("a\rb\nc\r\n\r\nd\n\re");
+    for (const char* want : {"a", "b\nc", "", "d\n", "e"}) EXPECT_EQ(in.Next(), want);
     EXPECT_EQ(ErrorOf([&] { in.Next(); }), rt::kInputPastEnd);
 
     EXPECT_EQ(mv::SpokenCode(Bytes("ConstPRJF\r\nmore\r\n")), L"ConstPRJF");
@@ -361,7 +355,7 @@ TEST(LanguageFile, ShippedFilesReadBackWhole) {
 
         // Every stored line reads back as its source line, in the system's code page.
         std::istringstream lignes(source);
-        mv::LineInput in(Bytes(stored));
+        rt::LineInput in(stored);
         std::string ligne;
         int n = 0;
         while (std::getline(lignes, ligne)) {

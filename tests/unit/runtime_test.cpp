@@ -6,6 +6,7 @@
 #include "runtime/integer.h"
 #include "runtime/random.h"
 #include "runtime/strings.h"
+#include "test_util.h"
 
 #include <gtest/gtest.h>
 
@@ -17,16 +18,6 @@
 #include <functional>
 
 namespace {
-
-// The run-time error number that f raises, or 0 when it returns.
-int ErrorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const rt::RuntimeError& e) {
-        return e.number;
-    }
-    return 0;
-}
 
 TEST(RuntimeErrors, NumberTextAndWhat) {
     rt::RuntimeError e(53);

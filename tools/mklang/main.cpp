@@ -9,6 +9,7 @@
 #include "language/decode.h"
 #include "runtime/errors.h"
 #include "runtime/files.h"
+#include "runtime/line_input.h"
 
 #include <cstdio>
 #include <fstream>
@@ -24,7 +25,7 @@ constexpr size_t kLineBuffer = 500;
 // Checks the layout on the readable text, where the line numbers mean something to the
 // author; the load of the result below checks the rest.
 void CheckLayout(const std::string& scrambled) {
-    mv::LineInput in(std::vector<uint8_t>(scrambled.begin(), scrambled.end()));
+    rt::LineInput in(scrambled);
     enum { kEntryLines, kTips, kRest } section = kEntryLines;
     for (int n = 1; !in.Eof(); ++n) {
         const std::string line = mv::DecodeLigne(in.Next());

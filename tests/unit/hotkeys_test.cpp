@@ -1,0 +1,182 @@
+// The capture hotkeys polled by the keyboard timer: Control with a letter or a digit, the
+// bare keypad digits, the side effects of a hotkey and the order between shared keys.
+#include "app_fixture.h"
+#include "runtime/files.h"
+
+#include <memory>
+
+namespace {
+
+constexpr int kControl = 17;
+constexpr int kPave0 = 96;
+constexpr int kPave5 = 101;
+
+class HotkeyTest : public AppTest {
+protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        MarkLanguage();
+        SetScreen(160, 120, gdi::Rgb(40, 90, 160));
+    }
+
+    // Holds the keys down until the keyboard timer's next tick has read them, lets go
+    // right after it (within the command it starts), and lets the command finish.
+    void Chord(std::vector<int> keys) {
+        for (int vk : keys) be.keyboard.Press(vk);
+        app->ParClavier = false;
+        auto lache = std::make_shared<bool>(false);
+        for (int t = 1; t <= 150; ++t)
+            be.Schedule(t, [this, keys, lache] {
+                if (*lache || !app->ParClavier) return;
+                for (int vk : keys) be.keyboard.Release(vk);
+                *lache = true;
+            });
+        be.RunFor(700);
+        ASSERT_TRUE(*lache) << "no tick read the keys";
+    }
+
+    void LeaveOverlay() {
+        app->full->Hide();
+        main->Show();
+    }
+};
+
+TEST_F(HotkeyTest, ControlZStartsAZoneFromAnyApplicationAndZAloneDoesNothing) {
+    Start();
+    SetForeground({10, 10, 90, 70});
+
+    Chord({'Z'});
+    Chord({kControl});
+    EXPECT_EQ(app->ZoneAmorcee, 0);
+    EXPECT_EQ(app->TypeCapt, L"");
+    EXPECT_FALSE(app->full->IsLoaded());
+    EXPECT_TRUE(main->Visible());
+
+    Chord({kControl, 'Z'});
+    EXPECT_EQ(app->ZoneAmorcee, 1);
+    EXPECT_EQ(app->TypeCapt, L"z");
+    EXPECT_TRUE(app->ParClavier);
+    EXPECT_TRUE(app->full->Visible());
+    EXPECT_FALSE(main->Visible());
+    EXPECT_TRUE(be.boxes.empty());
+    LeaveOverlay();
+}
+
+TEST_F(HotkeyTest, DigitFiresWithControlOnTheMainRowAndAloneOnTheKeypadButZeroNever) {
+    Start();
+    app->params.ToucheEcran = L'5';
+
+    Chord({'5'}); // main row without Control
+    EXPECT_EQ(app->NbVignettes, 0);
+    Chord({kControl, '5'});
+    EXPECT_EQ(app->NbVignettes, 1);
+    EXPECT_EQ(app->TypeCapt, L"e");
+    Chord({kPave5});
+    EXPECT_EQ(app->NbVignettes, 2);
+    // A keypad press already released when the tick comes still counts.
+    be.keyboard.Tap(kPave5);
+    be.RunFor(700);
+    EXPECT_EQ(app->NbVignettes, 3);
+
+    app->params.ToucheEcran = L'0';
+    Chord({kControl, '0'});
+    Chord({kPave0});
+    be.keyboard.Tap(kPave0);
+    be.RunFor(700);
+    EXPECT_EQ(app->NbVignettes, 3);
+    EXPECT_TRUE(be.boxes.empty());
+}
+
+TEST_F(HotkeyTest, HotkeyUnloadsTheOptionsDialogAndTheCaptureRuns) {
+    Start();
+    app->options->Show();
+    ASSERT_TRUE(app->options->Visible());
+    Chord({kControl, 'E'});
+    EXPECT_FALSE(app->options->IsLoaded());
+    EXPECT_EQ(app->NbVignettes, 1);
+    EXPECT_TRUE(rt::FileExists(TempFile(1)));
+}
+
+TEST_F(HotkeyTest, OnlyAFiredHotkeyRaisesThePriorityAndTakesTheCursorSnapshot) {
+    Start();
+    EXPECT_FALSE(be.shell.highPriority);
+    // The sampling timer follows the mouse too; without it only the hotkey stores it.
+    main->TimCurs.SetEnabled(false);
+    const int16_t x0 = app->CurseurX, y0 = app->CurseurY;
+    be.cursor.pos = {70, 50};
+    be.cursor.handle = 0x20005;
+
+    Chord({kControl, 'K'}); // no field holds K
+    EXPECT_FALSE(be.shell.highPriority);
+    EXPECT_EQ(app->CurseurCapt, ui::CursorHandle(0));
+    EXPECT_EQ(app->CurseurX, x0);
+    EXPECT_EQ(app->CurseurY, y0);
+
+    Chord({kControl, 'E'});
+    ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_TRUE(be.shell.highPriority);
+    EXPECT_EQ(app->CurseurCapt, ui::CursorHandle(0x20005));
+    EXPECT_EQ(app->CurseurX, 70);
+    EXPECT_EQ(app->CurseurY, 50);
+}
+
+TEST_F(HotkeyTest, SharedKeyGoesToTheFirstFieldInOrderAndNeverToTheZone) {
+    Start();
+    SetForeground({10, 10, 90, 70});
+    mv::Params& p = app->params;
+    p.ToucheZone = p.ToucheMemeZone = p.ToucheEcran = p.ToucheFenetre = p.ToucheDoubleH = L'K';
+
+    // Same zone again, with no zone taken yet: its notice.
+    Chord({kControl, 'K'});
+    EXPECT_EQ(BoxesWith(Entry(58)), 1);
+    EXPECT_EQ(app->NbVignettes, 0);
+
+    p.ToucheMemeZone = L'M';
+    Chord({kControl, 'K'});
+    EXPECT_EQ(app->NbVignettes, 1);
+    EXPECT_EQ(app->TypeCapt, L"e");
+
+    p.ToucheEcran = L'E';
+    Chord({kControl, 'K'});
+    EXPECT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(app->TypeCapt, L"f");
+
+    // Double height before the zone: it refuses without a zone command first.
+    p.ToucheFenetre = L'F';
+    Chord({kControl, 'K'});
+    EXPECT_EQ(BoxesWith(Entry(265)), 1);
+    EXPECT_EQ(app->ZoneAmorcee, 0);
+    EXPECT_FALSE(app->full->IsLoaded());
+    EXPECT_EQ(be.boxes.size(), 2u);
+}
+
+TEST_F(HotkeyTest, NoHotkeyBeforeTheOpeningAnimationAndEveryTickMarksTheKeyboard) {
+    const std::wstring dossier = be.shell.folders.at(L"AppData") + L"\\Mirovanta";
+    rt::MkDir(dossier);
+    rt::WriteFileBytes(dossier + L"\\spoken.txt", "ConstPRJA\r\n", 11);
+    // Control+E held through the whole start.
+    be.keyboard.Press(kControl);
+    be.keyboard.Press('E');
+    app->Start();
+    ASSERT_TRUE(be.RunUntil([&] { return main->IsLoaded(); }, 2000));
+    EXPECT_FALSE(main->Timerclav.Enabled());
+    be.keyboard.Release(kControl);
+    be.keyboard.Release('E');
+    be.RunFor(1000);
+    EXPECT_TRUE(main->Timerclav.Enabled());
+    EXPECT_FALSE(main->Timlabdeb.Enabled()); // the animation is over, the polling stays
+    EXPECT_EQ(app->NbVignettes, 0);
+    EXPECT_FALSE(be.shell.highPriority);
+
+    // A click clears the keyboard mark; the next tick sets it again, with no key down.
+    be.Click(main->bouton[17]);
+    EXPECT_FALSE(app->ParClavier);
+    be.RunFor(100);
+    EXPECT_TRUE(app->ParClavier);
+    EXPECT_EQ(app->NbVignettes, 0);
+
+    Chord({kControl, 'E'});
+    EXPECT_EQ(app->NbVignettes, 1);
+}
+
+} // namespace

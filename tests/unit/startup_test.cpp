@@ -1,0 +1,325 @@
+// Start-up and shutdown: the language chooser, the splash and the main window in turn, the
+// failures that stop the start, the temporary folder of a run, the tray icon, the exit
+// question and the quick end when the desktop session closes.
+#include "app_fixture.h"
+#include "language/charge.h"
+#include "language/decode.h"
+
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Lire(const std::wstring& path) {
+    const std::vector<uint8_t> v = rt::ReadFileBytes(path);
+    return std::string(v.begin(), v.end());
+}
+
+// A language file of this build, read on its own.
+mv::Language Langue(const std::string& code) {
+    mv::Language lang;
+    const fs::path f = fs::path(MIROVANTA_ASSET_DIR) / (code + "_codN.txt");
+    const bool ok = bool(mv::ChargerLangue(lang, rt::ReadFileBytes(rt::FromUtf8(f.string()))));
+    EXPECT_TRUE(ok) << f;
+    return lang;
+}
+
+bool Chiffres(const std::wstring& s) {
+    for (wchar_t c : s)
+        if (c < L'0' || c > L'9') return false;
+    return true;
+}
+
+class StartupTest : public AppTest {
+protected:
+    std::wstring Dossier() const { return be.shell.folders.at(L"AppData") + L"\\Mirovanta"; }
+
+    // A copy of the program's folder (bitmaps and language files) for this test alone.
+    std::wstring CopieProgramme() {
+        const fs::path dst = root / "Programme";
+        fs::create_directories(dst);
+        for (const auto& e : fs::directory_iterator(MIROVANTA_ASSET_DIR)) {
+            const std::string ext = e.path().extension().string();
+            if (e.is_regular_file() && (ext == ".bmp" || ext == ".txt"))
+                fs::copy_file(e.path(), dst / e.path().filename());
+        }
+        return rt::FromUtf8(dst.string());
+    }
+
+    // Takes n whole-screen captures.
+    void Captures(int n) {
+        for (int i = 0; i < n; ++i) ClickButton(1);
+        ASSERT_EQ(app->NbVignettes, n);
+    }
+
+    // One more run of the program over the same folders, up to the end of its start.
+    struct Run {
+        headless::Backend be;
+        std::unique_ptr<mv::App> app;
+    };
+    std::unique_ptr<Run> StartAnother() {
+        auto r = std::make_unique<Run>();
+        r->be.shell.folders = be.shell.folders;
+        r->be.shell.programFolder = be.shell.programFolder;
+        r->app = std::make_unique<mv::App>(r->be);
+        r->app->Start();
+        r->be.RunFor(1000);
+        return r;
+    }
+};
+
+TEST_F(StartupTest, WithoutAStoredChoiceTheChooserWaitsAndTheFrenchFlagStartsInFrench) {
+    Start(nullptr);
+    auto& choix = *app->choix;
+    EXPECT_TRUE(choix.IsLoaded());
+    EXPECT_TRUE(choix.Visible());
+    EXPECT_FALSE(app->splash->IsLoaded());
+    EXPECT_FALSE(main->IsLoaded());
+    EXPECT_FALSE(list->IsLoaded());
+    EXPECT_FALSE(be.tray.present);
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_TRUE(rt::DirExists(Dossier())); // made for the choice to come
+    EXPECT_FALSE(rt::FileExists(Dossier() + L"\\spoken.txt"));
+    EXPECT_EQ(choix.Image1.BorderStyle(), 0);
+    EXPECT_EQ(choix.Image2.BorderStyle(), 0);
+
+    be.Click(choix.Image1);
+    EXPECT_EQ(choix.Image1.BorderStyle(), 1);
+    EXPECT_EQ(choix.Image2.BorderStyle(), 0);
+    EXPECT_EQ(Lire(Dossier() + L"\\spoken.txt"), "ConstPRJF\r\n");
+
+    // The frame stays in sight for 500 ms, then the splash for 250 ms.
+    be.RunFor(499);
+    EXPECT_TRUE(choix.Visible());
+    EXPECT_FALSE(app->splash->IsLoaded());
+    be.RunFor(1);
+    EXPECT_FALSE(choix.IsLoaded());
+    EXPECT_TRUE(app->splash->Visible());
+    EXPECT_FALSE(main->IsLoaded());
+    be.RunFor(249);
+    EXPECT_FALSE(main->IsLoaded());
+    be.RunFor(1);
+    EXPECT_FALSE(app->splash->IsLoaded());
+    EXPECT_TRUE(main->Visible());
+
+    const mv::Language fr = Langue("ConstPRJF");
+    const mv::Language en = Langue("ConstPRJA");
+    ASSERT_NE(fr.Entry(210), en.Entry(210));
+    EXPECT_EQ(main->Caption(), L"Mirovanta - " + fr.Entry(210));
+    EXPECT_EQ(be.tray.tip, fr.Entry(104));
+    EXPECT_TRUE(be.boxes.empty());
+}
+
+TEST_F(StartupTest, StoredChoiceNeverShowsTheChooserAndTheMainWindowAddsTheTrayIcon) {
+    bool chooserShown = false;
+    app->choix->OnActivate = [&] { chooserShown = true; };
+    Start("ConstPRJA");
+    EXPECT_FALSE(chooserShown);
+    EXPECT_FALSE(app->choix->IsLoaded());
+    EXPECT_FALSE(app->splash->IsLoaded());
+    EXPECT_TRUE(main->Visible());
+    EXPECT_TRUE(be.boxes.empty());
+
+    const mv::Language en = Langue("ConstPRJA");
+    EXPECT_EQ(main->Caption(), L"Mirovanta - " + en.Entry(210));
+    EXPECT_EQ(main->Labdeja.Caption(), en.Entry(172));
+    EXPECT_TRUE(be.tray.present);
+    EXPECT_EQ(be.tray.tip, en.Entry(104));
+    EXPECT_EQ(be.tray.deletes, 0);
+    EXPECT_FALSE(be.shell.highPriority); // only a hotkey raises it
+    EXPECT_TRUE(rt::DirExists(app->DossierTemp));
+    EXPECT_EQ(app->DossierTemp, Dossier() + L"\\tempocapt");
+}
+
+TEST_F(StartupTest, EntryNumberOutOfSequenceStopsWithPermanentErrorAndNothingOpens) {
+    be.shell.programFolder = CopieProgramme();
+    // The English file without its line 005.
+    std::ifstream in(fs::path(MIROVANTA_SOURCE_DIR) / "assets" / "lang" / "ConstPRJA.txt",
+                     std::ios::binary);
+    ASSERT_TRUE(in);
+    std::string source, ligne;
+    int retirees = 0;
+    while (std::getline(in, ligne)) {
+        if (ligne.rfind("005 ", 0) == 0) {
+            ++retirees;
+            continue;
+        }
+        source += ligne + "\n";
+    }
+    ASSERT_EQ(retirees, 1);
+    const std::string stocke = mv::ScrambleSource(source);
+    rt::WriteFileBytes(be.shell.programFolder + L"\\ConstPRJA_codN.txt", stocke.data(),
+                       stocke.size());
+
+    Start("ConstPRJA");
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, L"Permanent Error ....");
+    EXPECT_EQ(be.boxes[0].style, ui::kCritical);
+    EXPECT_FALSE(app->choix->IsLoaded());
+    EXPECT_FALSE(app->splash->IsLoaded());
+    EXPECT_FALSE(main->IsLoaded());
+    EXPECT_FALSE(be.tray.present);
+    EXPECT_EQ(be.livePeers, 0); // no window at all
+    EXPECT_TRUE(app->lang.TabBulles.empty());
+}
+
+TEST_F(StartupTest, ImageLibraryFailureShowsEntry157AndUnloadsTheMainWindow) {
+    MarkLanguage();
+    be.codec.startupOk = false;
+    Start();
+    EXPECT_EQ(be.codec.startups, 1);
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(157));
+    EXPECT_EQ(be.boxes[0].style, ui::kCritical);
+    EXPECT_FALSE(main->IsLoaded());
+    EXPECT_FALSE(app->splash->IsLoaded());
+    EXPECT_FALSE(be.tray.present);
+    EXPECT_TRUE(app->DossierTemp.empty()); // the load stopped before the folder
+    EXPECT_EQ(be.livePeers, 0);
+}
+
+TEST_F(StartupTest, StaleTemporaryFolderMakesTheNameGrowByThreeDigitsAtATime) {
+    const std::wstring base = Dossier() + L"\\tempocapt";
+    rt::MkDir(Dossier());
+    rt::MkDir(base);
+    rt::WriteFileBytes(base + L"\\Captprov_old.bmp", "old", 3);
+
+    Start();
+    const std::wstring premier = app->DossierTemp;
+    ASSERT_EQ(premier.size(), base.size() + 3);
+    EXPECT_EQ(premier.substr(0, base.size()), base);
+    EXPECT_TRUE(Chiffres(premier.substr(base.size())));
+    EXPECT_TRUE(rt::DirExists(premier));
+    EXPECT_EQ(Lire(base + L"\\Captprov_old.bmp"), "old");
+
+    // Every three-digit name taken: the next run adds three more digits.
+    for (int n = 0; n <= 998; ++n) {
+        std::wstring suffixe = std::to_wstring(n);
+        suffixe.insert(0, 3 - suffixe.size(), L'0');
+        if (!rt::DirExists(base + suffixe)) rt::MkDir(base + suffixe);
+    }
+    rt::WriteFileBytes(base + L"123\\Captprov_old.bmp", "old", 3);
+    auto run = StartAnother();
+    const std::wstring second = run->app->DossierTemp;
+    ASSERT_EQ(second.size(), base.size() + 6);
+    EXPECT_EQ(second.substr(0, base.size()), base);
+    EXPECT_TRUE(Chiffres(second.substr(base.size())));
+    EXPECT_TRUE(rt::DirExists(second));
+    EXPECT_TRUE(fs::is_empty(rt::ToFsPath(second)));
+    EXPECT_EQ(Lire(base + L"\\Captprov_old.bmp"), "old");
+    EXPECT_EQ(Lire(base + L"123\\Captprov_old.bmp"), "old");
+    EXPECT_TRUE(rt::DirExists(premier));
+}
+
+TEST_F(StartupTest, QuitAsksOnlyForUnsavedCapturesAndThenRemovesTheTemporaryStore) {
+    MarkLanguage();
+    Start();
+    Captures(2);
+    const std::wstring f1 = TempFile(1), f2 = TempFile(2);
+    ASSERT_TRUE(rt::FileExists(f1));
+    ASSERT_TRUE(rt::FileExists(f2));
+
+    // Row 1 saved, row 2 not: the question comes.
+    list->PictSave[1].SetVisible(true);
+    be.answers.push_back(ui::kCancel);
+    main->quitprog();
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(115));
+
+    list->PictSave[2].SetVisible(true);
+    EXPECT_THROW(main->quitprog(), headless::ProgramEnded);
+    EXPECT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_FALSE(rt::FileExists(f1));
+    EXPECT_FALSE(rt::FileExists(f2));
+    EXPECT_FALSE(rt::DirExists(app->DossierTemp));
+    // Once by quitprog itself, once more by the main window's Terminate.
+    EXPECT_FALSE(be.tray.present);
+    EXPECT_EQ(be.tray.deletes, 2);
+}
+
+TEST_F(StartupTest, QuitCancelledKeepsEverythingAndRestartsThePeriodicTimerOnlyWhenTicked) {
+    MarkLanguage();
+    Start();
+    Captures(2);
+    app->options->Show();
+    main->TimPeriod.SetEnabled(true);
+    be.answers = {ui::kCancel, ui::kCancel};
+
+    main->quitprog();
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(115));
+    EXPECT_EQ(be.boxes[0].title, Entry(116));
+    EXPECT_EQ(be.boxes[0].style, ui::kYesNoCancel | ui::kQuestion);
+    EXPECT_FALSE(main->TimPeriod.Enabled());
+    EXPECT_FALSE(app->options->IsLoaded());
+
+    main->MnuCaptper.SetChecked(true);
+    main->quitprog();
+    EXPECT_EQ(be.boxes.size(), 2u);
+    EXPECT_TRUE(main->TimPeriod.Enabled());
+    main->TimPeriod.SetEnabled(false);
+
+    EXPECT_FALSE(be.ended);
+    EXPECT_TRUE(main->Visible());
+    EXPECT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(TempFolderFiles().size(), 2u);
+    EXPECT_TRUE(rt::FileExists(TempFile(1)));
+    EXPECT_TRUE(rt::FileExists(TempFile(2)));
+    EXPECT_TRUE(be.tray.present);
+    EXPECT_EQ(be.tray.deletes, 0);
+}
+
+TEST_F(StartupTest, SessionEndWithoutCapturesEndsAtOnceAndLeavesTheFolder) {
+    MarkLanguage();
+    Start();
+    EXPECT_THROW(main->CloseRequested(ui::kAppWindows), headless::ProgramEnded);
+    EXPECT_TRUE(be.ended);
+    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_FALSE(app->sortie->IsLoaded());
+    EXPECT_TRUE(rt::DirExists(app->DossierTemp)); // no time for it
+    EXPECT_FALSE(be.tray.present);
+    EXPECT_EQ(be.tray.deletes, 1); // the Terminate at the end
+}
+
+TEST_F(StartupTest, SessionEndWithNothingWrittenLetsTheSessionEndItAndKeepsTheFiles) {
+    MarkLanguage();
+    Start();
+    Captures(2);
+    const int64_t t0 = be.nowMs;
+    main->CloseRequested(ui::kAppWindows);
+    EXPECT_FALSE(be.ended);
+    EXPECT_LT(be.nowMs - t0, 100);
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_FALSE(app->sortie->IsLoaded());
+    EXPECT_FALSE(main->IsLoaded()); // not held back: the session takes it down
+    EXPECT_EQ(app->NbVignettes, 2);
+    EXPECT_TRUE(rt::FileExists(TempFile(1)));
+    EXPECT_TRUE(rt::FileExists(TempFile(2)));
+}
+
+TEST_F(StartupTest, SessionEndAfterSavingShowsTheNoticeThreeSecondsAndKeepsTheTemporaryStore) {
+    MarkLanguage();
+    Start();
+    Captures(10);
+    // The count the save of the ten captures reports.
+    app->NbSavAppel = 10;
+    bool notice = false;
+    be.Schedule(2950, [&] {
+        notice = app->sortie->Visible() && app->sortie->Label1.Caption() == Entry(134);
+    });
+    const int64_t t0 = be.nowMs;
+    EXPECT_THROW(main->CloseRequested(ui::kAppWindows), headless::ProgramEnded);
+    EXPECT_GE(be.nowMs - t0, 3000);
+    EXPECT_LT(be.nowMs - t0, 3010);
+    EXPECT_TRUE(notice);
+    EXPECT_FALSE(app->sortie->IsLoaded());
+    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_EQ(TempFolderFiles().size(), 10u);
+    EXPECT_EQ(be.tray.deletes, 1);
+}
+
+} // namespace
