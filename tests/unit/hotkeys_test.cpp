@@ -87,14 +87,19 @@ TEST_F(HotkeyTest, DigitFiresWithControlOnTheMainRowAndAloneOnTheKeypadButZeroNe
     EXPECT_TRUE(be.boxes.empty());
 }
 
-TEST_F(HotkeyTest, HotkeyUnloadsTheOptionsDialogAndTheCaptureRuns) {
+TEST_F(HotkeyTest, HotkeyUnloadsTheOptionsDialogUnsavedAndTheCaptureRuns) {
     Start();
     app->options->Show();
     ASSERT_TRUE(app->options->Visible());
+    app->options->Check1[4].SetValue(1); // an edit not yet confirmed
     Chord({kControl, 'E'});
-    EXPECT_FALSE(app->options->IsLoaded());
+    // The end of the grab reads the dialog's check box again, which loads it hidden, fresh.
+    EXPECT_FALSE(app->options->Visible());
+    EXPECT_EQ(app->options->Check1[4].Value(), 0);
+    EXPECT_EQ(app->params.Silence, 0);
     EXPECT_EQ(app->NbVignettes, 1);
     EXPECT_TRUE(rt::FileExists(TempFile(1)));
+    EXPECT_TRUE(main->Visible()); // the dialog gone, the grab puts the windows back
 }
 
 TEST_F(HotkeyTest, OnlyAFiredHotkeyRaisesThePriorityAndTakesTheCursorSnapshot) {

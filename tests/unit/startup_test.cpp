@@ -2,6 +2,7 @@
 // failures that stop the start, the temporary folder of a run, the tray icon, the exit
 // question and the quick end when the desktop session closes.
 #include "app_fixture.h"
+#include "language/FrmChoixLng.h"
 #include "language/charge.h"
 #include "language/decode.h"
 
