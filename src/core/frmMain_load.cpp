@@ -408,7 +408,7 @@ void frmMain::quitprog() {
     try {
         rt::RmDir(app.DossierTemp);
     } catch (const rt::RuntimeError&) {}
-    // The end below does not wait for the main window's Terminate: the icon goes now.
+    // The icon leaves the notification area with the program.
     app.be.GetTray().Delete();
     // The last rectangle size, in pixels, for the next run. Reading a control of the
     // overlay loads it, as the original runtime did.

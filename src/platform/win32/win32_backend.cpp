@@ -194,6 +194,10 @@ rt::SystemTime Win32Backend::Now() const {
 }
 
 void Win32Backend::End() {
+    if (onEnd) {
+        auto f = std::move(onEnd);
+        f();
+    }
     ExitProcess(0);
 }
 
