@@ -4,6 +4,7 @@
 #include "browser/Flistimages.h"
 #include "core/frmMain.h"
 #include "language/FrmChoixLng.h"
+#include "output/conversion.h"
 #include "runtime/files.h"
 
 namespace mv {
@@ -18,6 +19,7 @@ App::App(ui::Backend& backend) : be(backend) {
     choix = std::make_unique<FrmChoixLng>(*this);
     splash = std::make_unique<frmSplash>(*this);
     sortie = std::make_unique<FrmSortie>(*this);
+    conversion = std::make_unique<Conversion>(*this);
 }
 
 App::~App() = default;

@@ -24,6 +24,7 @@ class frmAbout;
 class frmSplash;
 class FrmSortie;
 class FrmChoixLng;
+class Conversion;
 
 // A table of the capture list: bounds 0 to 100, checked like the runtime's arrays.
 template <class T> struct Table {
@@ -69,6 +70,7 @@ public:
     std::unique_ptr<FrmChoixLng> choix;
     std::unique_ptr<frmSplash> splash;
     std::unique_ptr<FrmSortie> sortie;
+    std::unique_ptr<Conversion> conversion;
 
     rt::Random rnd;
     Language lang;
@@ -117,6 +119,10 @@ public:
 
     // Saving.
     int16_t NbSavAppel = 0;
+    int16_t CompteurSav = 0;
+    bool PremierSav = true;
+    std::wstring DossierDernierSav;
+    std::wstring NomDernierSav;
     bool SortieDemandee = false;
 };
 

@@ -35,6 +35,8 @@ void Options::Design() {
 
 void Options::ShowDialog() {}
 
+void Options::ShowNonModal() {}
+
 frmTip::frmTip(App& a) : ui::Form(a.be, L"frmTip"), app(a) {}
 
 void frmTip::ShowTip() {}

@@ -30,8 +30,9 @@ public:
     explicit Options(App& app);
     App& app;
     ui::ControlArray<ui::CheckBox> Check1{this, L"Check1"};
-    // Shows the dialog modally.
+    // Shows the dialog modally, or without waiting for it.
     void ShowDialog();
+    void ShowNonModal();
 
 protected:
     void Design() override;

@@ -1,6 +1,7 @@
 #include "app/test_driver.h"
 
 #include "app/app.h"
+#include "browser/Flistimages.h"
 #include "core/frmMain.h"
 #include "runtime/files.h"
 
@@ -46,6 +47,13 @@ void RunLine(App& app, const std::string& line) {
         in >> file;
         auto g = app.be.GuiResourceCounts();
         Append(file, std::to_string(g.gdiObjects) + " " + std::to_string(g.userObjects));
+    } else if (verb == "saveall") {
+        std::string ext;
+        in >> ext;
+        // Every capture again: the marks of the previous save are taken off first.
+        for (int i = 1; i <= app.NbVignettes; ++i) app.list->PictSave[i].SetVisible(false);
+        int16_t ok = -1;
+        app.main->EnregistrerTout(ok, 1, rt::FromUtf8(ext));
     } else if (verb == "keepwindows") {
         app.params.GardeFenetres = 1;
     } else if (verb == "time") {

@@ -6,6 +6,7 @@
 //   click N           toolbar button N
 //   key CODE SHIFT    a key reaching the main window
 //   keepwindows       the windows stay on screen during grabs (GardeFenetres 1)
+//   saveall EXT       saves every capture again in the save folder as EXT (jpg gif png bmp)
 //   repeat N ... end  the lines between, N times (no nesting)
 //   gui FILE          append the process's GDI and USER object counts to FILE
 //   mark FILE TEXT    append TEXT to FILE (a sign for the check that drives the run)

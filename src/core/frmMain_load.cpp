@@ -127,6 +127,7 @@ void frmMain::Design() {
 }
 
 void frmMain::Form_Load() {
+    app.PremierSav = true;
     if (!app.be.GetCodec().Startup()) {
         app.MsgBox(app.Lang(157), ui::kCritical);
         Unload();

@@ -5,8 +5,10 @@
 #include "platform/gdi/surface.h"
 #include "platform/ui/types.h"
 
+#include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -70,12 +72,30 @@ public:
     virtual void SetPriorityHigh() = 0;
 };
 
-// The image codec library (GDI+ on Windows).
+// The image codec library (GDI+ on Windows), by the calls the conversion makes. Status 0
+// is success; other values are the library's status numbers.
+using ImageHandle = intptr_t;
+
+struct EncoderInfo {
+    std::array<uint8_t, 16> clsid{};
+    std::wstring mimeType;
+};
+
 class ImageCodec {
 public:
     virtual ~ImageCodec() = default;
     // Starts the library once; false when it cannot start.
     virtual bool Startup() = 0;
+    virtual int LoadImageFromFile(const std::wstring& path, ImageHandle& image) = 0;
+    // An 8-bit picture with its palette (at most 256 colours), for the GIF encoder.
+    virtual int CreateIndexedImage(int width, int height, const std::vector<gdi::Pixel>& palette,
+                                   const std::vector<uint8_t>& indices, ImageHandle& image) = 0;
+    // The encoders in the library's order; empty when it lists none.
+    virtual std::vector<EncoderInfo> GetImageEncoders() = 0;
+    // quality: the JPEG quality parameter (0 to 100), or nullptr for no parameter list.
+    virtual int SaveImageToFile(ImageHandle image, const std::wstring& path,
+                                const std::array<uint8_t, 16>& clsid, const int* quality) = 0;
+    virtual void DisposeImage(ImageHandle image) = 0;
 };
 
 // The icon of the program in the notification area. Its mouse events reach the owner

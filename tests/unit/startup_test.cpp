@@ -289,11 +289,15 @@ TEST_F(StartupTest, SessionEndWithNothingWrittenLetsTheSessionEndItAndKeepsTheFi
     MarkLanguage();
     Start();
     Captures(2);
+    // A save folder that is gone: the save writes nothing and says so.
+    app->params.DossierEnreg = rt::FromUtf8((root / "gone").string()) + std::wstring(280, L' ');
     const int64_t t0 = be.nowMs;
     main->CloseRequested(ui::kAppWindows);
     EXPECT_FALSE(be.ended);
     EXPECT_LT(be.nowMs - t0, 100);
-    EXPECT_TRUE(be.boxes.empty());
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(117));
+    EXPECT_EQ(app->NbSavAppel, 0);
     EXPECT_FALSE(app->sortie->IsLoaded());
     EXPECT_FALSE(main->IsLoaded()); // not held back: the session takes it down
     EXPECT_EQ(app->NbVignettes, 2);
@@ -305,8 +309,6 @@ TEST_F(StartupTest, SessionEndAfterSavingShowsTheNoticeThreeSecondsAndKeepsTheTe
     MarkLanguage();
     Start();
     Captures(10);
-    // The count the save of the ten captures reports.
-    app->NbSavAppel = 10;
     bool notice = false;
     be.Schedule(2950, [&] {
         notice = app->sortie->Visible() && app->sortie->Label1.Caption() == Entry(134);
@@ -321,6 +323,12 @@ TEST_F(StartupTest, SessionEndAfterSavingShowsTheNoticeThreeSecondsAndKeepsTheTe
     EXPECT_TRUE(be.boxes.empty());
     EXPECT_EQ(TempFolderFiles().size(), 10u);
     EXPECT_EQ(be.tray.deletes, 1);
+    // Saved without a question, as JPEG in the Personal folder.
+    EXPECT_EQ(app->NbSavAppel, 10);
+    int jpeg = 0;
+    for (const auto& e : std::filesystem::directory_iterator(root / "Personal"))
+        jpeg += e.path().extension() == ".jpg";
+    EXPECT_EQ(jpeg, 10);
 }
 
 } // namespace

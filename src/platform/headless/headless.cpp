@@ -1,8 +1,10 @@
 #include "platform/headless/headless.h"
 
+#include "platform/gdi/bmp.h"
 #include "platform/ui/form.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace headless {
 
@@ -117,6 +119,59 @@ int16_t Keyboard::GetAsyncKeyState(int vk) {
 std::wstring Shell::ShellFolder(const std::wstring& name) {
     auto it = folders.find(name);
     return it == folders.end() ? std::wstring() : it->second;
+}
+
+// ---- codec ------------------------------------------------------------------------------
+
+Codec::Codec() {
+    const wchar_t* types[] = {L"image/bmp", L"image/jpeg", L"image/gif", L"image/tiff",
+                              L"image/png"};
+    uint8_t n = 0;
+    for (const wchar_t* t : types) {
+        platform::EncoderInfo e;
+        e.clsid.fill(++n);
+        e.mimeType = t;
+        encoders.push_back(e);
+    }
+}
+
+int Codec::LoadImageFromFile(const std::wstring& path, platform::ImageHandle& image) {
+    image = 0;
+    try {
+        images_[next_] = {gdi::LoadBmp(path), false};
+    } catch (const rt::RuntimeError& e) {
+        return e.number == rt::kFileNotFound ? 10 : 2; // FileNotFound, InvalidParameter
+    }
+    image = next_++;
+    return 0;
+}
+
+int Codec::CreateIndexedImage(int width, int height, const std::vector<gdi::Pixel>& palette,
+                              const std::vector<uint8_t>& indices, platform::ImageHandle& image) {
+    gdi::Surface s(width, height);
+    for (size_t i = 0; i < indices.size() && i < size_t(width) * size_t(height); ++i)
+        s.Data()[i] = indices[i] < palette.size() ? palette[indices[i]] : 0;
+    images_[next_] = {std::move(s), true};
+    image = next_++;
+    return 0;
+}
+
+int Codec::SaveImageToFile(platform::ImageHandle image, const std::wstring& path,
+                           const std::array<uint8_t, 16>& clsid, const int* quality) {
+    std::wstring mime;
+    for (const auto& e : encoders)
+        if (e.clsid == clsid) mime = e.mimeType;
+    auto it = images_.find(image);
+    saves.push_back(
+        {path, mime, quality ? *quality : -1, it != images_.end() && it->second.indexed});
+    if (nextSaveStatus != 0) return std::exchange(nextSaveStatus, 0);
+    if (it == images_.end()) return 2;
+    try {
+        gdi::SaveBmp(it->second.pixels, path);
+    } catch (const rt::RuntimeError&) {
+        return 7; // Win32Error
+    }
+    return 0;
 }
 
 // ---- backend ----------------------------------------------------------------------------

@@ -109,14 +109,44 @@ public:
     void SetPriorityHigh() override { highPriority = true; }
 };
 
+// A codec that keeps pictures in memory and writes every format as a BMP file, recording
+// what it was asked for.
 class Codec : public platform::ImageCodec {
 public:
+    struct Save {
+        std::wstring path;
+        std::wstring mimeType;
+        int quality = -1; // -1: no parameter list
+        bool indexed = false;
+    };
     bool startupOk = true;
     int startups = 0;
+    int nextSaveStatus = 0; // a status to return from the next save
+    std::vector<Save> saves;
+    std::vector<platform::EncoderInfo> encoders;
+
+    Codec();
     bool Startup() override {
         ++startups;
         return startupOk;
     }
+    int LoadImageFromFile(const std::wstring& path, platform::ImageHandle& image) override;
+    int CreateIndexedImage(int width, int height, const std::vector<gdi::Pixel>& palette,
+                           const std::vector<uint8_t>& indices,
+                           platform::ImageHandle& image) override;
+    std::vector<platform::EncoderInfo> GetImageEncoders() override { return encoders; }
+    int SaveImageToFile(platform::ImageHandle image, const std::wstring& path,
+                        const std::array<uint8_t, 16>& clsid, const int* quality) override;
+    void DisposeImage(platform::ImageHandle image) override { images_.erase(image); }
+    int LiveImages() const { return int(images_.size()); }
+
+private:
+    struct Image {
+        gdi::Surface pixels;
+        bool indexed = false;
+    };
+    std::map<platform::ImageHandle, Image> images_;
+    platform::ImageHandle next_ = 1;
 };
 
 class Tray : public platform::Tray {

@@ -1,0 +1,78 @@
+#include "output/conversion.h"
+
+#include "app/app.h"
+#include "output/gif_blocks.h"
+#include "platform/gdi/bmp.h"
+#include "platform/gdi/quantize.h"
+#include "runtime/files.h"
+#include "runtime/strings.h"
+
+namespace mv {
+
+namespace {
+const wchar_t* const kMime[] = {L"image/bmp", L"image/jpeg", L"image/gif", L"image/png"};
+const wchar_t* const kExtensions[] = {L"bmp", L"jpg", L"gif", L"png"};
+} // namespace
+
+std::wstring ExtensionFormat(int format) {
+    return format >= 1 && format <= 4 ? kExtensions[format - 1] : L"";
+}
+
+int FormatExtension(const std::wstring& extension) {
+    for (int f = 1; f <= 4; ++f)
+        if (extension == kExtensions[f - 1]) return f;
+    return 0;
+}
+
+int Conversion::ChercherEncodeur(const std::wstring& Mime, std::array<uint8_t, 16>& Clsid) {
+    const auto encodeurs = app_.be.GetCodec().GetImageEncoders();
+    if (encodeurs.empty()) return -1;
+    for (size_t i = 0; i < encodeurs.size(); ++i) {
+        if (rt::LCase(encodeurs[i].mimeType) == rt::LCase(Mime)) {
+            Clsid = encodeurs[i].clsid;
+            return int(i) + 1;
+        }
+    }
+    return 0;
+}
+
+void Conversion::ConvertirImage(const std::wstring& Source, const std::wstring& Cible, int Format,
+                                int Qualite) {
+    auto& codec = app_.be.GetCodec();
+    platform::ImageHandle image = 0;
+    if (Format == kFormatGif) {
+        // The GIF encoder takes only 8-bit pictures: the program makes the palette itself,
+        // exact up to 256 colours, fitted to the picture beyond.
+        try {
+            const gdi::IndexedImage indexee = gdi::Quantize(gdi::LoadBmp(Source));
+            codec.CreateIndexedImage(indexee.width, indexee.height, indexee.palette,
+                                     indexee.indices, image);
+        } catch (const rt::RuntimeError&) {
+            image = 0;
+        }
+    } else {
+        // The load's status is not examined: a failed load shows up as a failed save.
+        codec.LoadImageFromFile(Source, image);
+    }
+    ChercherEncodeur(Format >= 1 && Format <= 4 ? kMime[Format - 1] : L"", clsid);
+    if (Format == kFormatJpeg) {
+        const int qualite = Qualite < 0 || Qualite > 100 ? 75 : Qualite;
+        status = codec.SaveImageToFile(image, Cible, clsid, &qualite);
+    } else {
+        status = codec.SaveImageToFile(image, Cible, clsid, nullptr);
+    }
+    codec.DisposeImage(image);
+    if (status == 0 && Format == kFormatGif) {
+        // Some encoders (Wine's) give the image a local table: the GIF builder reads one
+        // global table.
+        std::vector<uint8_t> gif = rt::ReadFileBytes(Cible);
+        if (TableLocaleEnGlobale(gif)) rt::WriteFileBytes(Cible, gif.data(), gif.size());
+    }
+    if (status != 0) {
+        app_.MsgBox(app_.Lang(190) + L"\r" + Source + L" !\r" + L"Status Code= " +
+                        std::to_wstring(status),
+                    ui::kCritical);
+    }
+}
+
+} // namespace mv
