@@ -54,6 +54,10 @@ void RunLine(App& app, const std::string& line) {
         for (int i = 1; i <= app.NbVignettes; ++i) app.list->PictSave[i].SetVisible(false);
         int16_t ok = -1;
         app.main->EnregistrerTout(ok, 1, rt::FromUtf8(ext));
+    } else if (verb == "quality") {
+        int q = 0;
+        in >> q;
+        app.params.QualiteJpeg = int16_t(q);
     } else if (verb == "keepwindows") {
         app.params.GardeFenetres = 1;
     } else if (verb == "time") {

@@ -6,6 +6,7 @@
 //   click N           toolbar button N
 //   key CODE SHIFT    a key reaching the main window
 //   keepwindows       the windows stay on screen during grabs (GardeFenetres 1)
+//   quality N         the JPEG quality setting, as the settings file gives it (0 to 100)
 //   saveall EXT       saves every capture again in the save folder as EXT (jpg gif png bmp)
 //   repeat N ... end  the lines between, N times (no nesting)
 //   gui FILE          append the process's GDI and USER object counts to FILE

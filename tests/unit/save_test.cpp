@@ -1,0 +1,162 @@
+#include "app_fixture.h"
+
+#include "output/conversion.h"
+#include "runtime/strings.h"
+
+#include <filesystem>
+
+namespace {
+
+class SaveTest : public AppTest {
+protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        MarkLanguage();
+        SetScreen(64, 48, gdi::Rgb(10, 120, 200));
+        Start();
+    }
+    void Captures(int n) {
+        for (int i = 0; i < n; ++i) ClickButton(1);
+    }
+    std::vector<std::string> Saved() const {
+        std::vector<std::string> names;
+        for (const auto& e : std::filesystem::directory_iterator(root / "Personal"))
+            names.push_back(e.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    // Answers the save dialog with a name and a filter index.
+    void Answer(const std::string& name, int filterIndex) {
+        be.dialogResponder = [this, name, filterIndex](ui::CommonDialog& d, ui::FileDialogKind) {
+            d.fileName = rt::FromUtf8((root / "Personal").string()) + L"\\" + rt::FromUtf8(name);
+            d.filterIndex = filterIndex;
+            return true;
+        };
+    }
+};
+
+TEST_F(SaveTest, SaveAllNamesFilesByDateOrByStampAndMarksThemOnce) {
+    Captures(3);
+    int16_t ok = 0;
+    main->EnregistrerTout(ok, 1, L"jpg");
+    EXPECT_EQ(app->NbSavAppel, 3);
+    EXPECT_EQ(Saved(), (std::vector<std::string>{"Capt_20261115_H140509_001.jpg",
+                                                 "Capt_20261115_H140509_002.jpg",
+                                                 "Capt_20261115_H140509_003.jpg"}));
+    for (int i = 1; i <= 3; ++i) {
+        EXPECT_TRUE(list->PictSave[i].Visible());
+        EXPECT_EQ(list->Chksav[i].Value(), 1);
+    }
+    // JPEG at the settings' quality, no .bmp left behind.
+    ASSERT_EQ(be.codec.saves.size(), 3u);
+    EXPECT_EQ(be.codec.saves[0].mimeType, L"image/jpeg");
+    EXPECT_EQ(be.codec.saves[0].quality, 70);
+
+    // A second call writes nothing, yet marks the main window.
+    main->PictSave.SetVisible(false);
+    main->EnregistrerTout(ok, 1, L"jpg");
+    EXPECT_EQ(app->NbSavAppel, 0);
+    EXPECT_TRUE(main->PictSave.Visible());
+
+    // The other style takes each capture's stamp; the counter goes on.
+    Captures(1);
+    app->params.NomParCapture = 1;
+    main->EnregistrerTout(ok, 1, L"png");
+    EXPECT_EQ(Saved().back(), "Capt_" + rt::ToUtf8(app->tab.Horodatage[4]) + "_004.png");
+    // YYMMDD_hhmmss, the moment of the capture.
+    EXPECT_EQ(app->tab.Horodatage[4].substr(0, 9), L"261115_14");
+    EXPECT_EQ(app->tab.Horodatage[4].size(), 13u);
+    EXPECT_EQ(ok, 0);
+}
+
+TEST_F(SaveTest, CounterWidensPastNineHundredNinetyNine) {
+    Captures(1);
+    app->CompteurSav = 999;
+    int16_t ok = -1;
+    main->EnregistrerTout(ok, 1, L"bmp");
+    EXPECT_EQ(Saved(), (std::vector<std::string>{"Capt_20261115_H140509_1000.bmp"}));
+    EXPECT_TRUE(be.codec.saves.empty()); // the BMP road is a copy
+}
+
+TEST_F(SaveTest, SaveAllFailureShowsEntry117AndClearsOk) {
+    Captures(2);
+    app->params.DossierEnreg = rt::FromUtf8((root / "gone").string()) + std::wstring(280, L' ');
+    int16_t ok = -1;
+    main->EnregistrerTout(ok, 1, L"jpg");
+    EXPECT_EQ(ok, 0);
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(117));
+    EXPECT_EQ(be.boxes[0].style, ui::kExclamation);
+    EXPECT_FALSE(list->PictSave[1].Visible()); // nothing marked that was not written
+    // A field with no pair of blanks fails the same way.
+    app->params.DossierEnreg = std::wstring(300, L'x');
+    ok = -1;
+    main->EnregistrerTout(ok, 1, L"jpg");
+    EXPECT_EQ(ok, 0);
+}
+
+TEST_F(SaveTest, ConversionFixesTheQualityAndReportsTheSourceOnFailure) {
+    Captures(1);
+    const std::wstring source = TempFile(1);
+    const std::wstring cible = rt::FromUtf8((root / "Personal" / "x.jpg").string());
+    for (auto [given, passed] : {std::pair{0, 0}, {100, 100}, {-1, 75}, {101, 75}}) {
+        app->conversion->ConvertirImage(source, cible, mv::kFormatJpeg, given);
+        EXPECT_EQ(be.codec.saves.back().quality, passed) << given;
+    }
+    app->conversion->ConvertirImage(source, cible, mv::kFormatPng, 50);
+    EXPECT_EQ(be.codec.saves.back().quality, -1); // no parameter list but for JPEG
+    app->conversion->ConvertirImage(source, cible, mv::kFormatGif, 50);
+    EXPECT_TRUE(be.codec.saves.back().indexed); // the program's own palette
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_EQ(be.codec.LiveImages(), 0);
+
+    be.codec.nextSaveStatus = 7;
+    app->conversion->ConvertirImage(source, cible, mv::kFormatPng, 50);
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(190) + L"\r" + source + L" !\rStatus Code= 7");
+    EXPECT_EQ(be.boxes[0].style, ui::kCritical);
+}
+
+TEST_F(SaveTest, SaveDialogProposesNamesAndTheFilterDecidesTheFormat) {
+    Captures(3);
+    // Cancel: silent, and the next save proposes the default name again.
+    main->Enregistrer2();
+    ASSERT_EQ(be.dialogs.size(), 1u);
+    EXPECT_EQ(be.dialogs[0].fileName, Entry(130) + L"03");
+    EXPECT_EQ(be.dialogs[0].filterIndex, mv::kFormatJpeg);
+    EXPECT_TRUE(app->PremierSav);
+    EXPECT_TRUE(be.boxes.empty());
+
+    // An upper-case extension stays and gains the real one; PNG typed, JPEG filter: JPEG.
+    Answer("a.JPG", mv::kFormatJpeg);
+    main->Enregistrer2();
+    Answer("shot.png", mv::kFormatJpeg);
+    main->Enregistrer2();
+    EXPECT_EQ(Saved(), (std::vector<std::string>{"a.JPG.jpg", "shot.jpg"}));
+    EXPECT_TRUE(main->PictSave.Visible());
+    EXPECT_TRUE(list->PictSave[3].Visible()); // the current capture carries the border
+
+    // A name ending in two digits goes on by the capture's number, a year included.
+    Answer("report2012.bmp", mv::kFormatBmp);
+    main->Enregistrer2();
+    be.dialogResponder = nullptr;
+    app->VignetteCourante = 3;
+    main->Enregistrer2();
+    EXPECT_EQ(be.dialogs.back().fileName,
+              rt::FromUtf8((root / "Personal").string()) + L"\\report2003");
+    EXPECT_TRUE(app->PremierSav); // cancelled again
+}
+
+TEST_F(SaveTest, SaveDialogAsksBeforeReplacingAndNoLeavesTheScratchFile) {
+    Captures(1);
+    Answer("same.gif", mv::kFormatGif);
+    main->Enregistrer2();
+    be.answers.push_back(ui::kNo);
+    main->Enregistrer2();
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].style, ui::kYesNo | ui::kQuestion);
+    EXPECT_EQ(Saved(), (std::vector<std::string>{"same.gif", "same_temp.bmp"}));
+    EXPECT_FALSE(app->PremierSav);
+}
+
+} // namespace

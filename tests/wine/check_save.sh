@@ -1,0 +1,112 @@
+#!/usr/bin/env bash
+# Checks of saving in the real program under Wine: the exit question's Yes, the formats of
+# save-all, the GIF's block structure. (Wine's JPEG encoder ignores the quality parameter;
+# the quality the program passes is checked headless.)
+# Usage: check_save.sh BIN_DIR
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+source "$here/lib.sh"
+BIN=$(cd "${1:?usage: check_save.sh BIN_DIR}" && pwd)
+
+wh_init save
+wh_start_xvfb 1280x1024
+wh_show_picture
+wh_start_wine
+APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
+SAVED="$WINEPREFIX/drive_c/users/$(id -un)/Documents"
+mkdir -p "$APPDATA" && printf 'ConstPRJA\r\n' > "$APPDATA/spoken.txt"
+
+temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
+has_temp_file() { [ -n "$(temp_files)" ]; }
+saved() { find "$SAVED" -maxdepth 1 -name "Capt_*.$1" 2>/dev/null | sort; }
+
+# Starts the program, captures the screen with Control+E, answers the exit question Yes.
+capture_and_quit_yes() {
+    wh_launch "$BIN/mirovanta.exe"
+    local program=$WH_PID
+    wh_find_window '^Mirovanta - ' 20 || return 1
+    local main=$WH_WID
+    sleep 2
+    # The program polls the keys every 100 ms: a press it missed while busy is pressed again.
+    local try
+    for try in 1 2 3; do
+        wh_key_hold "$main" ctrl+e 0.6 || return 1
+        wh_wait_for "a temporary BMP" 8 has_temp_file && break
+        ((try < 3)) || return 1
+    done
+    sleep 1
+    cp "$(temp_files | head -1)" "$WH_ART/temporary.bmp"
+    wh_key "$main" ctrl+q || return 1
+    wh_find_window '^Mirovanta - quit$' 10 || return 1
+    wh_key "$WH_WID" y || return 1
+    wh_wait_exit "$program" 20
+}
+
+check_exit_yes_saves_jpeg() {
+    capture_and_quit_yes || return 1
+    local files
+    files=$(saved jpg)
+    [[ $(wc -l <<<"$files") -eq 1 && -n "$files" ]] || { wh_reason "saved: $(ls "$SAVED")"; return 1; }
+    [[ "$(identify -format '%m %wx%h' "$files")" == "JPEG 1280x1024" ]] ||
+        { wh_reason "$(identify "$files")"; return 1; }
+}
+
+check_exit_yes_saves_bmp_copy() {
+    # Column 108 of the settings line: automatic saves as BMP.
+    local line
+    line=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
+    printf '%s\r\n' "${line:0:107}1${line:108}" > "$APPDATA/params.tmp"
+    sed -n 2p "$APPDATA/params.txt" >> "$APPDATA/params.tmp"
+    mv "$APPDATA/params.tmp" "$APPDATA/params.txt"
+    capture_and_quit_yes || return 1
+    local files
+    files=$(saved bmp)
+    [[ -n "$files" ]] || { wh_reason "no BMP saved"; return 1; }
+    cmp -s "$files" "$WH_ART/temporary.bmp" || { wh_reason "the BMP differs from the temporary file"; return 1; }
+}
+
+# The driver flavour saves one capture again in each format.
+check_save_all_formats() {
+    rm -f "$SAVED"/Capt_*
+    local script="$WH_TMP/save.txt" done="$WH_TMP/save-done.txt"
+    cat > "$script" <<SCRIPT
+wait 1500
+keepwindows
+click 1
+wait 500
+saveall png
+saveall gif
+saveall bmp
+saveall jpg
+mark $(winepath -w "$done") done
+SCRIPT
+    export MIROVANTA_DRIVER
+    MIROVANTA_DRIVER=$(winepath -w "$script")
+    wh_launch -l driver.log "$BIN/mirovanta_drv.exe"
+    unset MIROVANTA_DRIVER
+    wh_wait_file "$done" 120 || return 1
+    local f
+    for f in png gif bmp; do
+        [[ "$(identify -format '%wx%h\n' "$(saved $f)" | head -1)" == 1280x1024 ]] ||
+            { wh_reason "$f: $(identify "$(saved $f)" 2>&1)"; return 1; }
+    done
+    cmp -s "$(saved bmp)" "$(temp_files | tail -1)" || { wh_reason "the BMP is not a copy"; return 1; }
+    # One image, a global colour table right after the header, no local table.
+    local gif flags next image
+    gif=$(saved gif)
+    [[ $(identify "$gif" | wc -l) -eq 1 ]] || { wh_reason "more than one image"; return 1; }
+    flags=$(od -An -tu1 -j10 -N1 "$gif" | tr -d ' ')
+    ((flags & 128)) || { wh_reason "no global table"; return 1; }
+    local table=$((3 * (2 << (flags & 7))))
+    next=$(od -An -tu1 -j$((13 + table)) -N1 "$gif" | tr -d ' ')
+    [[ $next == 44 ]] || { wh_reason "no image right after the global table ($next)"; return 1; }
+    image=$(od -An -tu1 -j$((13 + table + 9)) -N1 "$gif" | tr -d ' ')
+    ((!(image & 128))) || { wh_reason "the image has a local table"; return 1; }
+    [[ "$(identify -format '%m %wx%h' "$(saved jpg | head -1)")" == "JPEG 1280x1024" ]] ||
+        { wh_reason "no JPEG of the capture's size"; return 1; }
+}
+
+wh_check "Control+Q answered Yes saves the capture as JPEG" check_exit_yes_saves_jpeg
+wh_check "with BMP chosen in the settings the saved file is the temporary file" check_exit_yes_saves_bmp_copy
+wh_check "save-all writes PNG, GIF, BMP and JPEG the size of the capture" check_save_all_formats
+wh_finish
