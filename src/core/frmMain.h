@@ -21,6 +21,7 @@ public:
     ui::PictureBox Picture2S{this, L"Picture2S"};
     ui::PictureBox ImgTTscreen{this, L"ImgTTscreen"};
     ui::PictureBox PictSave{this, L"PictSave"};
+    ui::PictureBox PictReserv{this, L"PictReserv"};
     ui::Label labdeb{this, L"labdeb"};
     ui::Label Labtaille{this, L"Labtaille"};
     ui::Label Labtaill2{this, L"Labtaill2"};

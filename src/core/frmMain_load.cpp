@@ -36,6 +36,7 @@ void frmMain::Design() {
     }
     PictSave.Move(30, 500, 240, 225);
     PictSave.SetVisible(false);
+    PictReserv.SetVisible(false);
 
     labdeb.Move(6000, 520, 6000, 285);
     labdeb.SetTransparent(true);

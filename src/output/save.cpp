@@ -125,7 +125,15 @@ void frmMain::EnregistrerTout(int16_t& Ok, int16_t Premier, const std::wstring& 
     }
 }
 
-void frmMain::Buttcopier() {}
+void frmMain::Buttcopier() {
+    // From the file, never from the view: a zoomed view does not change what is copied.
+    auto& presse = app.be.GetClipboard();
+    PictReserv.ClearPicture();
+    presse.Clear();
+    PictReserv.SetPicture(
+        gdi::LoadBmp(app.DossierTemp + L"\\" + app.tab.FichierV[app.VignetteCourante]));
+    presse.SetImage(PictReserv.Picture());
+}
 
 void frmMain::Imprimer() {}
 

@@ -1,6 +1,7 @@
 #include "app_fixture.h"
 
 #include "output/conversion.h"
+#include "platform/gdi/bmp.h"
 #include "runtime/strings.h"
 
 #include <filesystem>
@@ -157,6 +158,23 @@ TEST_F(SaveTest, SaveDialogAsksBeforeReplacingAndNoLeavesTheScratchFile) {
     EXPECT_EQ(be.boxes[0].style, ui::kYesNo | ui::kQuestion);
     EXPECT_EQ(Saved(), (std::vector<std::string>{"same.gif", "same_temp.bmp"}));
     EXPECT_FALSE(app->PremierSav);
+}
+
+TEST_F(SaveTest, CopyTakesTheFileNotTheZoomedView) {
+    for (int y = 0; y < 48; ++y)
+        for (int x = 0; x < 64; ++x) be.desktop.screen.At(x, y) = gdi::Rgb(x * 4, y * 5, 90);
+    Captures(1);
+    main->mnuzoomX_Click(4); // the view at 200 %
+    be.clipboard.Clear();
+    ClickButton(3);
+    ASSERT_TRUE(be.clipboard.hasImage);
+    EXPECT_TRUE(be.clipboard.image == gdi::LoadBmp(TempFile(1)));
+    EXPECT_TRUE(be.clipboard.image == be.desktop.screen);
+    // A file gone behind the program's back: the command ends without a word.
+    rt::Kill(TempFile(1));
+    ClickButton(3);
+    EXPECT_FALSE(be.clipboard.hasImage);
+    EXPECT_TRUE(be.boxes.empty());
 }
 
 } // namespace
