@@ -122,10 +122,7 @@ wait 300
 gui $(winepath -w "$counts")
 mark $(winepath -w "$done") done
 SCRIPT
-    export MIROVANTA_DRIVER
-    MIROVANTA_DRIVER=$(winepath -w "$script")
-    wh_launch -l driver.log "$BIN/mirovanta_drv.exe"
-    unset MIROVANTA_DRIVER
+    wh_launch_driver "$BIN" "$script"
     wh_wait_file "$done" 600 || return 1
     cp "$counts" "$WH_ART/gui-counts.txt"
     local first last

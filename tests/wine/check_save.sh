@@ -80,10 +80,7 @@ saveall bmp
 saveall jpg
 mark $(winepath -w "$done") done
 SCRIPT
-    export MIROVANTA_DRIVER
-    MIROVANTA_DRIVER=$(winepath -w "$script")
-    wh_launch -l driver.log "$BIN/mirovanta_drv.exe"
-    unset MIROVANTA_DRIVER
+    wh_launch_driver "$BIN" "$script"
     wh_wait_file "$done" 120 || return 1
     local f
     for f in png gif bmp; do

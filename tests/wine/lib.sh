@@ -429,6 +429,15 @@ wh_launch() {
   wh_log "launched $exe $* in $dir: pid $WH_PID"
 }
 
+# wh_launch_driver BIN_DIR SCRIPT: starts the test flavour of the program (mirovanta_drv.exe)
+# with SCRIPT as its driver script (see src/app/test_driver.h); output to driver.log.
+wh_launch_driver() {
+  export MIROVANTA_DRIVER
+  MIROVANTA_DRIVER=$(winepath -w "$2")
+  wh_launch -l driver.log "$1/mirovanta_drv.exe"
+  unset MIROVANTA_DRIVER
+}
+
 # wh_wait_exit PID [TIMEOUT=10]: waits for a launched program to end; sets WH_EXIT_CODE.
 wh_wait_exit() {
   local pid=$1 timeout=${2:-10} rc=0
