@@ -160,6 +160,32 @@ TEST_F(SaveTest, SaveDialogAsksBeforeReplacingAndNoLeavesTheScratchFile) {
     EXPECT_FALSE(app->PremierSav);
 }
 
+TEST_F(SaveTest, TemporaryFileGoneBehindTheProgramsBackIsNeverMarkedSaved) {
+    Captures(3);
+    rt::Kill(TempFile(2));
+    // Save-all: the first capture is written and marked, the second fails with entry 117
+    // and stays unmarked, the third is not reached; Ok tells the caller.
+    int16_t ok = -1;
+    main->EnregistrerTout(ok, 1, L"jpg");
+    EXPECT_EQ(ok, 0);
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(117));
+    EXPECT_TRUE(list->PictSave[1].Visible());
+    EXPECT_FALSE(list->PictSave[2].Visible());
+    EXPECT_EQ(list->Chksav[2].Value(), 0);
+    EXPECT_FALSE(list->PictSave[3].Visible());
+    EXPECT_EQ(Saved().size(), 1u);
+    // The dialog road ends silently: nothing written, nothing marked, default name next.
+    app->VignetteCourante = 2;
+    main->PictSave.SetVisible(false);
+    Answer("lost.png", mv::kFormatPng);
+    main->Enregistrer2();
+    EXPECT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(Saved().size(), 1u);
+    EXPECT_FALSE(main->PictSave.Visible());
+    EXPECT_TRUE(app->PremierSav);
+}
+
 TEST_F(SaveTest, CopyTakesTheFileNotTheZoomedView) {
     for (int y = 0; y < 48; ++y)
         for (int x = 0; x < 64; ++x) be.desktop.screen.At(x, y) = gdi::Rgb(x * 4, y * 5, 90);
