@@ -3,6 +3,7 @@
 
 #include "language/language.h"
 #include "platform/ui/backend.h"
+#include "platform/ui/printer.h"
 #include "runtime/random.h"
 #include "settings/params.h"
 
@@ -56,6 +57,10 @@ public:
     // Language entry n.
     const std::wstring& Lang(int n) const { return lang.Entry(n); }
     int MsgBox(const std::wstring& prompt, int style = 0, const std::wstring& title = L"");
+    // Asks for a line of text, proposing `text`; false on Cancel.
+    bool InputBox(const std::wstring& prompt, const std::wstring& title, std::wstring& text) {
+        return be.InputBox(prompt, title, text);
+    }
     // Runs pending events.
     void DoEvents() { be.DoEvents(); }
     ui::ScreenMetrics Screen() const { return be.Screen(); }
@@ -72,6 +77,7 @@ public:
     std::unique_ptr<FrmSortie> sortie;
     std::unique_ptr<Conversion> conversion;
 
+    ui::Printer Printer{be.GetPrinter()};
     rt::Random rnd;
     Language lang;
     Params params;

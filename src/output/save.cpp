@@ -135,7 +135,43 @@ void frmMain::Buttcopier() {
     presse.SetImage(PictReserv.Picture());
 }
 
-void frmMain::Imprimer() {}
+void frmMain::Imprimer() {
+    // Cancel in either box, a missing printer and any other error end it without a word.
+    try {
+        auto& shell = app.be.GetShell();
+        const rt::SystemTime now = app.be.Now();
+        std::wstring titre = app.Lang(121) + rt::DateText(now, shell.ShortDatePattern()) +
+                             app.Lang(122) + rt::TimeText(now, shell.TimePattern()) +
+                             L"  -  M i r o v a n t a";
+        if (!app.InputBox(app.Lang(209), L"Mirovanta", titre)) return;
+        CDlg1.cancelError = true;
+        CDlg1.copies = 1;
+        CDlg1.ShowPrinter();
+
+        auto& imprimante = app.Printer;
+        imprimante.SetCopies(CDlg1.copies);
+        imprimante.CurrentY = 1000;
+        imprimante.CurrentX = 3000;
+        imprimante.Print(titre);
+        // The printable width is fixed at 10000 twips; a small capture is never enlarged.
+        const ui::ScreenMetrics ecran = app.Screen();
+        const std::wstring dim = app.list->Lbldim[app.VignetteCourante].Caption();
+        if (rt::Mid(dim, 4, 11) == app.Lang(109)) {
+            imprimante.PaintPicture(Picture1.Image(), 800, 2000, 10000,
+                                    10000 * ecran.HeightTwips() / ecran.WidthTwips());
+        } else if (Picture2.Width() > 10000) {
+            imprimante.PaintPicture(Picture2.Image(), 800, 2000, 10000,
+                                    10000 * Picture2.Height() / Picture2.Width());
+        } else {
+            const gdi::Surface& image = Picture2.Image();
+            imprimante.PaintPicture(image, 800, 2000, float(image.Width()) * ecran.tppX,
+                                    float(image.Height()) * ecran.tppY);
+        }
+        imprimante.EndDoc();
+    } catch (const rt::RuntimeError&) {
+        app.Printer.KillDoc();
+    }
+}
 
 void frmMain::MnuEditPaint_Click() {}
 

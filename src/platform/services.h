@@ -107,6 +107,24 @@ public:
     virtual void Delete() = 0;
 };
 
+// The printer, by what the printer object asks of it. Positions and sizes are in twips
+// from the top-left corner of the printable area.
+class Printer {
+public:
+    virtual ~Printer() = default;
+    // Opens a document with that many copies on the printer last chosen in the printer
+    // dialog, else the default one; false when there is no printer.
+    virtual bool BeginDocument(int copies) = 0;
+    // Writes a line of text with its top-left corner at (x, y); returns the line's height.
+    virtual float Text(float x, float y, const std::wstring& text) = 0;
+    // Draws a picture stretched into a rectangle.
+    virtual void Picture(const gdi::Surface& s, float x, float y, float w, float h) = 0;
+    // Closes the document and sends it; false when the printer refused it.
+    virtual bool EndDocument() = 0;
+    // Drops an open document without printing it.
+    virtual void AbortDocument() = 0;
+};
+
 // Counts of the process's window-system objects (GetGuiResources), for leak checks.
 struct GuiResources {
     int gdiObjects = 0;

@@ -42,6 +42,8 @@ std::wstring ErrorText(int number) {
         return L"Invalid property value";
     case kInvalidPicture:
         return L"Invalid picture";
+    case kPrinterError:
+        return L"Printer error";
     case kCancelError:
         return L"Cancel was selected.";
     default:

@@ -27,6 +27,7 @@ enum ErrorNumber : int {
     kObjectVariableNotSet = 91,
     kInvalidPropertyValue = 380,
     kInvalidPicture = 481,
+    kPrinterError = 482,
     kCancelError = 32755,
 };
 

@@ -284,6 +284,16 @@ void Backend::PopupMenu(ui::Form&, ui::Menu& m) {
     popups.push_back(m.Name());
 }
 
+bool Backend::InputBox(const std::wstring& prompt, const std::wstring& title, std::wstring& text) {
+    inputs.push_back({prompt, title, text});
+    if (inputAnswers.empty()) return true;
+    auto answer = std::move(inputAnswers.front());
+    inputAnswers.pop_front();
+    if (!answer) return false;
+    text = *answer;
+    return true;
+}
+
 bool Backend::FileDialog(ui::CommonDialog& d, ui::FileDialogKind kind) {
     dialogs.push_back({kind, d.initDir, d.filter, d.dialogTitle, d.fileName, d.filterIndex});
     return dialogResponder ? dialogResponder(d, kind) : false;
@@ -333,6 +343,52 @@ void Backend::KeyDown(ui::Form& f, int keyCode, int shift) {
         int16_t k = int16_t(keyCode);
         if (f.OnKeyDown) f.OnKeyDown(k, int16_t(shift));
     });
+}
+
+} // namespace headless
+
+namespace headless {
+
+bool Printer::BeginDocument(int copies) {
+    if (!present) return false;
+    doc_ = Document{copies, {}};
+    open = true;
+    return true;
+}
+
+float Printer::Text(float x, float y, const std::wstring& text) {
+    Item it;
+    it.kind = Item::Text;
+    it.x = x;
+    it.y = y;
+    it.text = text;
+    doc_.items.push_back(std::move(it));
+    return lineHeight;
+}
+
+void Printer::Picture(const gdi::Surface& s, float x, float y, float w, float h) {
+    Item it;
+    it.kind = Item::Picture;
+    it.x = x;
+    it.y = y;
+    it.w = w;
+    it.h = h;
+    it.picture = s;
+    doc_.items.push_back(std::move(it));
+}
+
+bool Printer::EndDocument() {
+    open = false;
+    if (refuseEnd) return false;
+    printed.push_back(std::move(doc_));
+    doc_ = {};
+    return true;
+}
+
+void Printer::AbortDocument() {
+    open = false;
+    doc_ = {};
+    ++aborted;
 }
 
 } // namespace headless

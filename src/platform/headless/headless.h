@@ -8,6 +8,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -165,6 +166,40 @@ public:
     }
 };
 
+// A printer that records its documents instead of printing them.
+class Printer : public platform::Printer {
+public:
+    struct Item {
+        enum Kind { Text, Picture } kind = Text;
+        float x = 0, y = 0, w = 0, h = 0;
+        std::wstring text;
+        gdi::Surface picture;
+    };
+    struct Document {
+        int copies = 0;
+        std::vector<Item> items;
+    };
+    bool present = true;    // false: no printer installed
+    bool refuseEnd = false; // the printer fails the document at its end
+    float lineHeight = 240; // twips
+    std::vector<Document> printed;
+    int aborted = 0;
+    bool open = false;
+
+    bool BeginDocument(int copies) override;
+    float Text(float x, float y, const std::wstring& text) override;
+    void Picture(const gdi::Surface& s, float x, float y, float w, float h) override;
+    bool EndDocument() override;
+    void AbortDocument() override;
+
+private:
+    Document doc_;
+};
+
+struct InputRecord {
+    std::wstring prompt, title, defaultText;
+};
+
 class Backend : public ui::Backend {
 public:
     Backend();
@@ -176,6 +211,8 @@ public:
     void DoEvents() override;
     void RunModal(ui::Form& f) override;
     int MsgBox(const std::wstring& prompt, int style, const std::wstring& title) override;
+    bool InputBox(const std::wstring& prompt, const std::wstring& title,
+                  std::wstring& text) override;
     void PopupMenu(ui::Form& f, ui::Menu& m) override;
     bool FileDialog(ui::CommonDialog& d, ui::FileDialogKind kind) override;
     ui::ScreenMetrics Screen() const override { return screen; }
@@ -190,6 +227,7 @@ public:
     platform::Shell& GetShell() override { return shell; }
     platform::ImageCodec& GetCodec() override { return codec; }
     platform::Tray& GetTray() override { return tray; }
+    platform::Printer& GetPrinter() override { return printer; }
     platform::GuiResources GuiResourceCounts() override { return {}; }
 
     // --- the test's side
@@ -201,6 +239,7 @@ public:
     Shell shell;
     Codec codec;
     Tray tray;
+    Printer printer;
 
     // Virtual time in milliseconds since the start date below; each DoEvents moves it.
     int64_t nowMs = 0;
@@ -221,6 +260,10 @@ public:
     std::vector<DialogRecord> dialogs;
     std::function<bool(ui::CommonDialog&, ui::FileDialogKind)> dialogResponder;
     std::vector<std::wstring> popups;
+    // Input boxes: recorded; each answer is the text typed, or nullopt for Cancel. With
+    // no answer queued the default text is taken with OK.
+    std::vector<InputRecord> inputs;
+    std::deque<std::optional<std::wstring>> inputAnswers;
     bool ended = false;
     int fatalNumber = 0;
 

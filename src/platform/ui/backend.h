@@ -37,6 +37,9 @@ public:
     // Shows a form modally and returns when it is hidden or unloaded.
     virtual void RunModal(Form& f) = 0;
     virtual int MsgBox(const std::wstring& prompt, int style, const std::wstring& title) = 0;
+    // Asks for a line of text; false when the user cancels.
+    virtual bool InputBox(const std::wstring& prompt, const std::wstring& title,
+                          std::wstring& text) = 0;
     virtual void PopupMenu(Form& f, Menu& m) = 0;
     // The common dialogs; false when cancelled.
     virtual bool FileDialog(CommonDialog& d, FileDialogKind kind) = 0;
@@ -56,6 +59,7 @@ public:
     virtual platform::Shell& GetShell() = 0;
     virtual platform::ImageCodec& GetCodec() = 0;
     virtual platform::Tray& GetTray() = 0;
+    virtual platform::Printer& GetPrinter() = 0;
     virtual platform::GuiResources GuiResourceCounts() = 0;
 
     // Runs just before the program ends by End (the main form's Terminate).

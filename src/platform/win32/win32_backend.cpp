@@ -45,6 +45,7 @@ Win32Backend::Win32Backend() {
     shell_ = MakeShell();
     codec_ = MakeCodec();
     tray_ = MakeTray();
+    printer_ = MakePrinter();
 }
 
 Win32Backend::~Win32Backend() {
@@ -152,8 +153,13 @@ void Win32Backend::PopupMenu(ui::Form& f, ui::Menu& m) {
     PostMessageW(owner, WM_NULL, 0, 0);
 }
 
+bool Win32Backend::InputBox(const std::wstring& prompt, const std::wstring& title,
+                            std::wstring& text) {
+    return RunInputBox(OwnerWindow(), prompt, title, text);
+}
+
 bool Win32Backend::FileDialog(ui::CommonDialog& d, ui::FileDialogKind kind) {
-    if (kind == ui::FileDialogKind::Printer) return false;
+    if (kind == ui::FileDialogKind::Printer) return printer_->Choose(OwnerWindow(), d.copies);
     std::vector<wchar_t> buffer(32768, L'\0');
     d.fileName.copy(buffer.data(), std::min(d.fileName.size(), buffer.size() - 1));
     const std::wstring filter = FilterText(d.filter);

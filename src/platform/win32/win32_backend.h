@@ -4,6 +4,7 @@
 
 #include "platform/ui/backend.h"
 #include "platform/win32/handles.h"
+#include "platform/win32/win32_print.h"
 
 #include <map>
 #include <memory>
@@ -20,6 +21,8 @@ public:
     void DoEvents() override;
     void RunModal(ui::Form& f) override;
     int MsgBox(const std::wstring& prompt, int style, const std::wstring& title) override;
+    bool InputBox(const std::wstring& prompt, const std::wstring& title,
+                  std::wstring& text) override;
     void PopupMenu(ui::Form& f, ui::Menu& m) override;
     bool FileDialog(ui::CommonDialog& d, ui::FileDialogKind kind) override;
     ui::ScreenMetrics Screen() const override;
@@ -34,6 +37,7 @@ public:
     platform::Shell& GetShell() override { return *shell_; }
     platform::ImageCodec& GetCodec() override { return *codec_; }
     platform::Tray& GetTray() override { return *tray_; }
+    platform::Printer& GetPrinter() override { return *printer_; }
     platform::GuiResources GuiResourceCounts() override;
 
     // The main loop: runs until the last form is gone or the program ends.
@@ -60,6 +64,7 @@ private:
     std::unique_ptr<platform::Shell> shell_;
     std::unique_ptr<platform::ImageCodec> codec_;
     std::unique_ptr<platform::Tray> tray_;
+    std::unique_ptr<PrinterDevice> printer_;
 };
 
 // Services, in win32_services.cpp.
@@ -70,6 +75,10 @@ std::unique_ptr<platform::Clipboard> MakeClipboard();
 std::unique_ptr<platform::Shell> MakeShell();
 std::unique_ptr<platform::ImageCodec> MakeCodec();
 std::unique_ptr<platform::Tray> MakeTray();
+
+// The input box, in win32_inputbox.cpp: false on Cancel.
+bool RunInputBox(HWND owner, const std::wstring& prompt, const std::wstring& title,
+                 std::wstring& text);
 
 // Peers, in win32_peers.cpp.
 std::unique_ptr<ui::Peer> MakePeer(Win32Backend& be, ui::Control& c);

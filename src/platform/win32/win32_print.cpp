@@ -1,0 +1,200 @@
+// The printer: the printer dialog's choice, and documents drawn on a printer DC with the
+// positions of the printer object converted from twips to the page's pixels.
+#include "platform/win32/win32_print.h"
+
+#include "platform/win32/handles.h"
+
+#include <commdlg.h>
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace win32 {
+
+namespace {
+
+// The device name and a copy of the settings from a dialog's DEVNAMES and DEVMODE blocks.
+void TakeChoice(HGLOBAL devNames, HGLOBAL devMode, std::wstring& device, std::vector<BYTE>& mode) {
+    if (devNames) {
+        if (auto* dn = static_cast<DEVNAMES*>(GlobalLock(devNames))) {
+            device = reinterpret_cast<const wchar_t*>(dn) + dn->wDeviceOffset;
+            GlobalUnlock(devNames);
+        }
+    }
+    if (devMode) {
+        if (auto* dm = static_cast<BYTE*>(GlobalLock(devMode))) {
+            const auto* head = reinterpret_cast<const DEVMODEW*>(dm);
+            mode.assign(dm, dm + head->dmSize + head->dmDriverExtra);
+            GlobalUnlock(devMode);
+        }
+    }
+}
+
+class Win32Printer : public PrinterDevice {
+public:
+    ~Win32Printer() override { Close(); }
+
+    bool Choose(HWND owner, int& copies) override {
+        PRINTDLGW pd{};
+        pd.lStructSize = sizeof pd;
+        pd.hwndOwner = owner;
+        pd.Flags = PD_NOSELECTION | PD_NOPAGENUMS | PD_HIDEPRINTTOFILE;
+        pd.nCopies = WORD(std::clamp(copies, 1, 9999));
+        pd.nMinPage = pd.nMaxPage = pd.nFromPage = pd.nToPage = 1;
+        GlobalMemory mode(MakeMode());
+        GlobalMemory names(MakeNames());
+        pd.hDevMode = mode.release();
+        pd.hDevNames = names.release();
+        const BOOL ok = PrintDlgW(&pd);
+        // The dialog may have replaced the blocks; either way they are ours to free.
+        mode.reset(pd.hDevMode);
+        names.reset(pd.hDevNames);
+        if (!ok) return false;
+        TakeChoice(pd.hDevNames, pd.hDevMode, device_, mode_);
+        // A driver that makes copies itself keeps the count in its settings.
+        int n = pd.nCopies;
+        if (!mode_.empty()) {
+            const auto* dm = reinterpret_cast<const DEVMODEW*>(mode_.data());
+            if ((dm->dmFields & DM_COPIES) && dm->dmCopies > n) n = dm->dmCopies;
+        }
+        copies = std::max(n, 1);
+        return true;
+    }
+
+    bool BeginDocument(int copies) override {
+        Close();
+        if (device_.empty()) {
+            // No choice made yet: the default printer, asked of the dialog without showing it.
+            PRINTDLGW pd{};
+            pd.lStructSize = sizeof pd;
+            pd.Flags = PD_RETURNDEFAULT;
+            if (!PrintDlgW(&pd)) return false;
+            GlobalMemory mode(pd.hDevMode), names(pd.hDevNames);
+            TakeChoice(pd.hDevNames, pd.hDevMode, device_, mode_);
+            if (device_.empty()) return false;
+        }
+        std::vector<BYTE> mode = mode_;
+        DEVMODEW* dm = mode.empty() ? nullptr : reinterpret_cast<DEVMODEW*>(mode.data());
+        if (dm) {
+            dm->dmCopies = short(std::clamp(copies, 1, 9999));
+            dm->dmFields |= DM_COPIES;
+        }
+        dc_ = CreateDCW(L"WINSPOOL", device_.c_str(), nullptr, dm);
+        if (!dc_) return false;
+        DOCINFOW di{};
+        di.cbSize = sizeof di;
+        di.lpszDocName = L"Mirovanta";
+        if (::StartDocW(dc_, &di) <= 0) {
+            Close();
+            return false;
+        }
+        started_ = true;
+        if (::StartPage(dc_) <= 0) {
+            AbortDocument();
+            return false;
+        }
+        dpiX_ = std::max(GetDeviceCaps(dc_, LOGPIXELSX), 1);
+        dpiY_ = std::max(GetDeviceCaps(dc_, LOGPIXELSY), 1);
+        font_ = CreateFontW(-MulDiv(10, dpiY_, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
+                            DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                            DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Arial");
+        failed_ = false;
+        return true;
+    }
+
+    float Text(float x, float y, const std::wstring& text) override {
+        if (!dc_) return 0;
+        HGDIOBJ old = font_ ? SelectObject(dc_, font_) : nullptr;
+        SetBkMode(dc_, TRANSPARENT);
+        SetTextColor(dc_, RGB(0, 0, 0));
+        SetTextAlign(dc_, TA_LEFT | TA_TOP | TA_NOUPDATECP);
+        if (!TextOutW(dc_, PxX(x), PxY(y), text.c_str(), int(text.size()))) failed_ = true;
+        TEXTMETRICW tm{};
+        GetTextMetricsW(dc_, &tm);
+        if (old) SelectObject(dc_, old);
+        return float(tm.tmHeight + tm.tmExternalLeading) * 1440.f / float(dpiY_);
+    }
+
+    void Picture(const gdi::Surface& s, float x, float y, float w, float h) override {
+        if (!dc_) return;
+        BITMAPINFO bi = TopDownBitmapInfo(s.Width(), s.Height());
+        SetStretchBltMode(dc_, HALFTONE);
+        SetBrushOrgEx(dc_, 0, 0, nullptr);
+        if (StretchDIBits(dc_, PxX(x), PxY(y), PxX(w), PxY(h), 0, 0, s.Width(), s.Height(),
+                          s.Data(), &bi, DIB_RGB_COLORS, SRCCOPY) == int(GDI_ERROR))
+            failed_ = true;
+    }
+
+    bool EndDocument() override {
+        if (!dc_) return false;
+        if (failed_) {
+            AbortDocument();
+            return false;
+        }
+        const bool ok = ::EndPage(dc_) > 0 && ::EndDoc(dc_) > 0;
+        started_ = false;
+        Close();
+        return ok;
+    }
+
+    void AbortDocument() override {
+        if (dc_ && started_) ::AbortDoc(dc_);
+        started_ = false;
+        Close();
+    }
+
+private:
+    int PxX(float twips) const { return int(twips * float(dpiX_) / 1440.f + 0.5f); }
+    int PxY(float twips) const { return int(twips * float(dpiY_) / 1440.f + 0.5f); }
+
+    // The blocks that open the dialog on the previous choice.
+    HGLOBAL MakeMode() const {
+        if (mode_.empty()) return nullptr;
+        HGLOBAL g = GlobalAlloc(GMEM_MOVEABLE, mode_.size());
+        if (g) {
+            std::memcpy(GlobalLock(g), mode_.data(), mode_.size());
+            GlobalUnlock(g);
+        }
+        return g;
+    }
+    HGLOBAL MakeNames() const {
+        if (device_.empty()) return nullptr;
+        const size_t chars = device_.size() + 1;
+        const size_t offset = sizeof(DEVNAMES) / sizeof(wchar_t) + 1;
+        HGLOBAL g = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (offset + chars + 2) * 2);
+        if (g) {
+            auto* dn = static_cast<DEVNAMES*>(GlobalLock(g));
+            auto* base = reinterpret_cast<wchar_t*>(dn);
+            dn->wDeviceOffset = WORD(offset);
+            dn->wDriverOffset = WORD(offset + chars);     // empty text
+            dn->wOutputOffset = WORD(offset + chars + 1); // empty text
+            std::memcpy(base + offset, device_.c_str(), chars * sizeof(wchar_t));
+            GlobalUnlock(g);
+        }
+        return g;
+    }
+
+    void Close() {
+        if (font_) DeleteObject(font_);
+        font_ = nullptr;
+        if (dc_) DeleteDC(dc_);
+        dc_ = nullptr;
+    }
+
+    std::wstring device_;
+    std::vector<BYTE> mode_;
+    HDC dc_ = nullptr;
+    HFONT font_ = nullptr;
+    bool started_ = false;
+    bool failed_ = false;
+    int dpiX_ = 600, dpiY_ = 600;
+};
+
+} // namespace
+
+std::unique_ptr<PrinterDevice> MakePrinter() {
+    return std::make_unique<Win32Printer>();
+}
+
+} // namespace win32

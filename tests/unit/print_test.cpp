@@ -1,0 +1,177 @@
+#include "app_fixture.h"
+
+#include "runtime/strings.h"
+
+namespace {
+
+class PrintTest : public AppTest {
+protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        MarkLanguage();
+    }
+    // The printer dialog answers OK with a copy count, or Cancel with 0.
+    void Copies(int n) {
+        be.dialogResponder = [n](ui::CommonDialog& d, ui::FileDialogKind kind) {
+            if (kind != ui::FileDialogKind::Printer || n == 0) return false;
+            d.copies = n;
+            return true;
+        };
+    }
+    void Print() { ClickButton(6); }
+    const headless::Printer::Item& Picture(size_t doc = 0) {
+        return be.printer.printed.at(doc).items.at(1);
+    }
+};
+
+TEST_F(PrintTest, TitleThenFullScreenCaptureAtTheFixedWidth) {
+    SetScreen(400, 300, gdi::Rgb(200, 30, 40));
+    Start();
+    ClickButton(1);
+    Copies(3);
+    Print();
+
+    // The title box proposes the date, the time and the signature.
+    ASSERT_EQ(be.inputs.size(), 1u);
+    const auto& box = be.inputs[0];
+    EXPECT_EQ(box.prompt, Entry(209));
+    EXPECT_EQ(box.title, L"Mirovanta");
+    const std::wstring start = Entry(121) + L"15/11/2026" + Entry(122) + L"14:05:";
+    EXPECT_EQ(box.defaultText.substr(0, start.size()), start);
+    EXPECT_EQ(rt::Right(box.defaultText, 22), L"  -  M i r o v a n t a");
+    EXPECT_EQ(box.defaultText.size(), start.size() + 2 + 22);
+
+    ASSERT_EQ(be.printer.printed.size(), 1u);
+    const auto& doc = be.printer.printed[0];
+    EXPECT_EQ(doc.copies, 3);
+    ASSERT_EQ(doc.items.size(), 2u);
+    EXPECT_EQ(doc.items[0].kind, headless::Printer::Item::Text);
+    EXPECT_EQ(doc.items[0].text, box.defaultText);
+    EXPECT_EQ(doc.items[0].x, 3000);
+    EXPECT_EQ(doc.items[0].y, 1000);
+    // Width 10000 twips, height by the screen's proportions, the captured pixels.
+    const auto& pic = doc.items[1];
+    EXPECT_EQ(pic.kind, headless::Printer::Item::Picture);
+    EXPECT_EQ(pic.x, 800);
+    EXPECT_EQ(pic.y, 2000);
+    EXPECT_EQ(pic.w, 10000);
+    EXPECT_EQ(pic.h, 7500);
+    EXPECT_EQ(pic.picture.Width(), 400);
+    EXPECT_EQ(pic.picture.Height(), 300);
+    EXPECT_EQ(pic.picture.At(200, 150), gdi::Rgb(200, 30, 40));
+
+    // Zoomed in, the full-screen capture still prints at the fixed width.
+    main->bouton_Click(16);
+    be.RunFor(50);
+    be.inputAnswers.push_back(std::wstring(L"Mon titre"));
+    Print();
+    ASSERT_EQ(be.printer.printed.size(), 2u);
+    EXPECT_EQ(be.printer.printed[1].items[0].text, L"Mon titre");
+    EXPECT_EQ(Picture(1).w, 10000);
+    EXPECT_EQ(Picture(1).h, 7500);
+    EXPECT_TRUE(be.boxes.empty());
+}
+
+TEST_F(PrintTest, WindowCapturesPrintAtTheirOwnSizeUpToTheFixedWidth) {
+    // 144 DPI: 10 twips a pixel, so a 1000-pixel window is exactly 10000 twips wide.
+    SetScreen(1200, 900, gdi::Rgb(20, 160, 60));
+    be.screen.tppX = be.screen.tppY = 10;
+    Start();
+    Copies(1);
+
+    SetForeground({100, 100, 1100, 150});
+    ClickButton(2);
+    Print();
+    ASSERT_EQ(be.printer.printed.size(), 1u);
+    EXPECT_EQ(Picture(0).w, 10000);
+    EXPECT_EQ(Picture(0).h, 500);
+    EXPECT_EQ(Picture(0).picture.Width(), 1000);
+    EXPECT_EQ(Picture(0).picture.Height(), 50);
+
+    // Wider: scaled down to 10000 twips, keeping the proportions.
+    SetForeground({0, 0, 1001, 200});
+    ClickButton(2);
+    Print();
+    EXPECT_EQ(Picture(1).w, 10000);
+    EXPECT_FLOAT_EQ(Picture(1).h, 10000.f * 2000 / 10010);
+
+    // Small: never enlarged.
+    SetForeground({10, 20, 90, 60});
+    ClickButton(2);
+    Print();
+    EXPECT_EQ(Picture(2).x, 800);
+    EXPECT_EQ(Picture(2).y, 2000);
+    EXPECT_EQ(Picture(2).w, 800);
+    EXPECT_EQ(Picture(2).h, 400);
+    EXPECT_EQ(Picture(2).picture.At(5, 5), gdi::Rgb(20, 160, 60));
+}
+
+TEST_F(PrintTest, CancelAndPrinterFailuresEndSilently) {
+    SetScreen(200, 100, gdi::Rgb(1, 2, 3));
+    Start();
+    ClickButton(1);
+
+    // Cancel in the title box: no printer dialog, nothing printed.
+    Copies(1);
+    be.inputAnswers.push_back(std::nullopt);
+    Print();
+    EXPECT_EQ(be.dialogs.size(), 0u);
+
+    // Cancel in the printer dialog.
+    Copies(0);
+    Print();
+    EXPECT_EQ(be.dialogs.size(), 1u);
+
+    // No printer installed.
+    Copies(2);
+    be.printer.present = false;
+    Print();
+
+    // A printer that fails the document at its end; the next document starts afresh.
+    be.printer.present = true;
+    be.printer.refuseEnd = true;
+    Print();
+    EXPECT_FALSE(be.printer.open);
+
+    EXPECT_TRUE(be.printer.printed.empty());
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_FALSE(be.ended);
+
+    be.printer.refuseEnd = false;
+    Print();
+    ASSERT_EQ(be.printer.printed.size(), 1u);
+    EXPECT_EQ(be.printer.printed[0].items.size(), 2u);
+    EXPECT_EQ(be.printer.printed[0].copies, 2);
+}
+
+TEST_F(PrintTest, PrinterObjectStartsOnFirstOutputAndMovesDownALine) {
+    headless::Printer device;
+    {
+        ui::Printer p(device);
+        p.EndDoc(); // nothing printed: no document
+        EXPECT_TRUE(device.printed.empty());
+        EXPECT_THROW(p.SetCopies(0), rt::RuntimeError);
+        p.SetCopies(2);
+        p.CurrentX = 3000;
+        p.CurrentY = 1000;
+        p.Print(L"a");
+        p.Print(L"b");
+        EXPECT_EQ(p.CurrentX, 0);
+        EXPECT_EQ(p.CurrentY, 1000 + 2 * device.lineHeight);
+        EXPECT_THROW(p.PaintPicture(gdi::Surface(), 0, 0, 10, 10), rt::RuntimeError);
+        p.EndDoc();
+        ASSERT_EQ(device.printed.size(), 1u);
+        EXPECT_EQ(device.printed[0].copies, 2);
+        EXPECT_EQ(device.printed[0].items[1].x, 0);
+        EXPECT_EQ(device.printed[0].items[1].y, 1000 + device.lineHeight);
+        // A document left open is dropped, not sent.
+        p.Print(L"c");
+    }
+    EXPECT_EQ(device.printed.size(), 1u);
+    EXPECT_EQ(device.aborted, 1);
+    device.present = false;
+    ui::Printer none(device);
+    EXPECT_THROW(none.Print(L"x"), rt::RuntimeError);
+}
+
+} // namespace
