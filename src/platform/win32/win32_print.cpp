@@ -5,6 +5,7 @@
 #include "platform/win32/handles.h"
 
 #include <commdlg.h>
+#include <winspool.h>
 
 #include <algorithm>
 #include <cstring>
@@ -36,10 +37,13 @@ public:
     ~Win32Printer() override { Close(); }
 
     bool Choose(HWND owner, int& copies) override {
+        // No printer at all ends the print without a word, as a Cancel does (the dialog
+        // would warn, whatever its flags say under some systems).
+        if (!AnyPrinter()) return false;
         PRINTDLGW pd{};
         pd.lStructSize = sizeof pd;
         pd.hwndOwner = owner;
-        pd.Flags = PD_NOSELECTION | PD_NOPAGENUMS | PD_HIDEPRINTTOFILE;
+        pd.Flags = PD_NOSELECTION | PD_NOPAGENUMS | PD_HIDEPRINTTOFILE | PD_NOWARNING;
         pd.nCopies = WORD(std::clamp(copies, 1, 9999));
         pd.nMinPage = pd.nMaxPage = pd.nFromPage = pd.nToPage = 1;
         GlobalMemory mode(MakeMode());
@@ -145,6 +149,17 @@ public:
     }
 
 private:
+    static bool AnyPrinter() {
+        DWORD needed = 0, count = 0;
+        EnumPrintersW(PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS, nullptr, 4, nullptr, 0,
+                      &needed, &count);
+        if (needed == 0) return false;
+        std::vector<BYTE> buffer(needed);
+        return EnumPrintersW(PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS, nullptr, 4,
+                             buffer.data(), needed, &needed, &count) &&
+               count > 0;
+    }
+
     int PxX(float twips) const { return int(twips * float(dpiX_) / 1440.f + 0.5f); }
     int PxY(float twips) const { return int(twips * float(dpiY_) / 1440.f + 0.5f); }
 
