@@ -63,6 +63,22 @@ fs::path FolderPath(std::wstring path) {
     return ToFsPath(path);
 }
 
+// Windows refuses control characters and < > : " | ? * in a name (a colon only after a
+// drive letter); other systems accept them, so the check is made here to behave alike.
+void CheckName(const std::wstring& path) {
+#ifndef _WIN32
+    for (size_t i = 0; i < path.size(); ++i) {
+        const wchar_t c = path[i];
+        const bool driveColon = c == L':' && i == 1;
+        if (c < 0x20 || (c == L':' && !driveColon) ||
+            std::wstring_view(L"<>\"|?*").find(c) != std::wstring_view::npos)
+            Raise(kBadFileNameOrNumber);
+    }
+#else
+    (void)path;
+#endif
+}
+
 } // namespace
 
 fs::path ToFsPath(const std::wstring& path) {
@@ -76,6 +92,7 @@ fs::path ToFsPath(const std::wstring& path) {
 }
 
 std::vector<uint8_t> ReadFileBytes(const std::wstring& path) {
+    CheckName(path);
     fs::path p = ToFsPath(path);
     if (IsDir(p)) Raise(kPathFileAccess);
     errno = 0;
@@ -100,6 +117,7 @@ std::vector<uint8_t> ReadFileBytes(const std::wstring& path) {
 }
 
 void WriteFileBytes(const std::wstring& path, const void* data, size_t n) {
+    CheckName(path);
     fs::path p = ToFsPath(path);
     if (IsDir(p)) Raise(kPathFileAccess);
     errno = 0;
@@ -123,6 +141,7 @@ bool DirExists(const std::wstring& path) {
 }
 
 void MkDir(const std::wstring& path) {
+    CheckName(path);
     fs::path p = FolderPath(path);
     std::error_code ec;
     if (fs::exists(p, ec)) Raise(kPathFileAccess);
@@ -139,6 +158,7 @@ void RmDir(const std::wstring& path) {
 }
 
 void Kill(const std::wstring& path) {
+    CheckName(path);
     fs::path p = ToFsPath(path);
     std::error_code ec;
     auto st = fs::symlink_status(p, ec);

@@ -96,6 +96,56 @@ TEST_F(SaveTest, SaveAllFailureShowsEntry117AndClearsOk) {
     EXPECT_EQ(ok, 0);
 }
 
+// Folders the program cannot write to, a full disk and names Windows refuses: save-all
+// shows entry 117 and marks nothing; the dialog road ends silently and proposes the
+// default name next time. The capture's temporary file stays in every case.
+TEST_F(SaveTest, UnwritableTargetsLoseNoCaptureAndMarkNothing) {
+    Captures(1);
+    const std::wstring personal = rt::FromUtf8((root / "Personal").string());
+    // Writing to a file that leads to /dev/full fails as a full disk does.
+    std::filesystem::create_symlink("/dev/full",
+                                    root / "Personal" / "Capt_20261115_H140509_001.bmp");
+    std::filesystem::create_symlink("/dev/full", root / "Personal" / "full_temp.bmp");
+    struct Case {
+        const char* what;
+        std::wstring folder; // save-all's folder
+        std::string name;    // the name typed in the dialog
+    };
+    const std::vector<Case> cases = {
+        {"read-only folder", L"/sys", "/sys/shot.png"},
+        {"full disk", personal, (root / "Personal" / "full.png").string()},
+        {"forbidden characters", personal + L"\\a|b", (root / "Personal" / "a?b.png").string()},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        be.boxes.clear();
+        app->CompteurSav = 0; // the full disk waits at file 001
+        app->params.DossierEnreg = c.folder + std::wstring(200, L' ');
+        int16_t ok = -1;
+        main->EnregistrerTout(ok, 1, L"jpg");
+        EXPECT_EQ(ok, 0);
+        ASSERT_EQ(be.boxes.size(), 1u);
+        EXPECT_EQ(be.boxes[0].prompt, Entry(117));
+        EXPECT_FALSE(list->PictSave[1].Visible());
+        EXPECT_EQ(list->Chksav[1].Value(), 0);
+
+        app->PremierSav = false;
+        const std::string name = c.name;
+        be.dialogResponder = [name](ui::CommonDialog& d, ui::FileDialogKind) {
+            d.fileName = rt::FromUtf8(name);
+            d.filterIndex = mv::kFormatPng;
+            return true;
+        };
+        main->Enregistrer2();
+        EXPECT_EQ(be.boxes.size(), 1u);
+        EXPECT_TRUE(app->PremierSav);
+        EXPECT_FALSE(main->PictSave.Visible());
+        EXPECT_FALSE(list->PictSave[1].Visible());
+        EXPECT_TRUE(be.codec.saves.empty());
+        EXPECT_TRUE(rt::FileExists(TempFile(1)));
+    }
+}
+
 TEST_F(SaveTest, ConversionFixesTheQualityAndReportsTheSourceOnFailure) {
     Captures(1);
     const std::wstring source = TempFile(1);
