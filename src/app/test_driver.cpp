@@ -54,6 +54,22 @@ void RunLine(App& app, const std::string& line) {
         for (int i = 1; i <= app.NbVignettes; ++i) app.list->PictSave[i].SetVisible(false);
         int16_t ok = -1;
         app.main->EnregistrerTout(ok, 1, rt::FromUtf8(ext));
+    } else if (verb == "waitfile") {
+        // Pumps events until another process has made the file.
+        std::string file;
+        std::getline(in >> std::ws, file);
+        while (!rt::FileExists(rt::FromUtf8(file))) Wait(app, 50);
+    } else if (verb == "savefolder") {
+        std::string folder;
+        std::getline(in >> std::ws, folder);
+        app.params.DossierEnreg = rt::FromUtf8(folder) + std::wstring(200, L' ');
+    } else if (verb == "marks") {
+        // The saved mark of each capture, 0 or 1, in list order.
+        std::string file, flags;
+        in >> file;
+        for (int i = 1; i <= app.NbVignettes; ++i)
+            flags += app.list->PictSave[i].Visible() ? "1" : "0";
+        Append(file, flags);
     } else if (verb == "quality") {
         int q = 0;
         in >> q;

@@ -8,6 +8,9 @@
 //   keepwindows       the windows stay on screen during grabs (GardeFenetres 1)
 //   quality N         the JPEG quality setting, as the settings file gives it (0 to 100)
 //   saveall EXT       saves every capture again in the save folder as EXT (jpg gif png bmp)
+//   savefolder PATH   the save folder setting
+//   marks FILE        append the saved mark of each capture (0 or 1, in order) to FILE
+//   waitfile PATH     run pending events until PATH (a Windows path) exists
 //   repeat N ... end  the lines between, N times (no nesting)
 //   gui FILE          append the process's GDI and USER object counts to FILE
 //   mark FILE TEXT    append TEXT to FILE (a sign for the check that drives the run)

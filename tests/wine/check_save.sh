@@ -103,7 +103,66 @@ SCRIPT
         { wh_reason "no JPEG of the capture's size"; return 1; }
 }
 
+# A save-all target locked by another program, then a folder name Windows refuses: each
+# time entry 117 and no mark; once the folder is right again the capture is saved.
+check_locked_and_forbidden_targets() {
+    rm -f "$SAVED"/Capt_*
+    local script="$WH_TMP/locked.txt" sign="$WH_TMP/locked-sign.txt" marks="$WH_TMP/marks.txt"
+    local go="$WH_TMP/go" released="$WH_TMP/released" release="$WH_TMP/release"
+    rm -f "$sign" "$marks" "$go" "$released" "$release"
+    cat > "$script" <<SCRIPT
+wait 1500
+keepwindows
+click 1
+wait 500
+saveall bmp
+mark $(winepath -w "$sign") captured
+waitfile $(winepath -w "$go")
+saveall bmp
+marks $(winepath -w "$marks")
+savefolder C:\\bad|name
+saveall bmp
+marks $(winepath -w "$marks")
+waitfile $(winepath -w "$released")
+savefolder $(winepath -w "$SAVED")
+saveall bmp
+marks $(winepath -w "$marks")
+mark $(winepath -w "$sign") done
+SCRIPT
+    # The folder exists on the Unix side, so only the name's '|' can make the save fail.
+    mkdir -p "$WINEPREFIX/drive_c/bad|name"
+    wh_launch_driver "$BIN" "$script"
+    wh_wait_for "the capture" 30 grep -q captured "$sign" 2>/dev/null || return 1
+    # A first save-all wrote file 001; the next one goes to 002.
+    local temp first stem target
+    temp=$(temp_files | tail -1)
+    first=$(saved bmp | head -1)
+    [[ $first == *_001.bmp ]] || { wh_reason "no first file: $(ls "$SAVED")"; return 1; }
+    stem=${first%_001.bmp}
+    target="${stem}_002.bmp"
+    wh_launch -l holdfile.log "$BIN/holdfile.exe" "$(winepath -w "$target")" "$(winepath -w "$release")"
+    wh_wait_for "the lock" 10 grep -q holding "$WH_ART/holdfile.log" || return 1
+    touch "$go"
+    local n
+    for n in 1 2; do
+        wh_find_window '^Mirovanta$' 20 || return 1
+        sleep 0.5
+        wh_screenshot "save-failure-$n.png"
+        wh_key "$WH_WID" Return || return 1
+        wh_wait_window_gone "$WH_WID" 5 || return 1
+    done
+    touch "$release" "$released"
+    wh_wait_for "the end of the script" 30 grep -q done "$sign" || return 1
+    [[ "$(tr -d '\r' < "$marks" | paste -sd' ')" == "0 0 1" ]] ||
+        { wh_reason "marks after each save-all: $(tr -d '\r' < "$marks" | paste -sd' ')"; return 1; }
+    [[ ! -s "$target" ]] || { wh_reason "the locked file was written"; return 1; }
+    [[ -z "$(ls -A "$WINEPREFIX/drive_c/bad|name")" ]] || { wh_reason "a file was written under the forbidden name"; return 1; }
+    cmp -s "${stem}_004.bmp" "$temp" ||
+        { wh_reason "no copy saved once the folder was right: $(ls "$SAVED")"; return 1; }
+}
+
 wh_check "Control+Q answered Yes saves the capture as JPEG" check_exit_yes_saves_jpeg
 wh_check "with BMP chosen in the settings the saved file is the temporary file" check_exit_yes_saves_bmp_copy
+wh_check "a locked target and a forbidden name give entry 117 and mark nothing" check_locked_and_forbidden_targets
 wh_check "save-all writes PNG, GIF, BMP and JPEG the size of the capture" check_save_all_formats
 wh_finish
