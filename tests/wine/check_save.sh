@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Checks of saving in the real program under Wine: the exit question's Yes, the formats of
-# save-all, the GIF's block structure. (Wine's JPEG encoder ignores the quality parameter;
-# the quality the program passes is checked headless.)
+# save-all, the GIF's block structure, unwritable targets. (Wine's JPEG encoder ignores the
+# quality parameter; the quality the program passes is checked headless.)
 # Usage: check_save.sh BIN_DIR
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -78,6 +78,10 @@ saveall png
 saveall gif
 saveall bmp
 saveall jpg
+quality 0
+saveall jpg
+quality 100
+saveall jpg
 mark $(winepath -w "$done") done
 SCRIPT
     wh_launch_driver "$BIN" "$script"
@@ -101,6 +105,13 @@ SCRIPT
     ((!(image & 128))) || { wh_reason "the image has a local table"; return 1; }
     [[ "$(identify -format '%m %wx%h' "$(saved jpg | head -1)")" == "JPEG 1280x1024" ]] ||
         { wh_reason "no JPEG of the capture's size"; return 1; }
+    # Quality 0 never gives a larger file than 100. (Wine 8's encoder ignores the quality
+    # and writes the same file; Windows' makes the first much smaller.)
+    local q0 q100
+    q0=$(stat -c %s "$(saved jpg | sed -n 2p)")
+    q100=$(stat -c %s "$(saved jpg | sed -n 3p)")
+    wh_log "JPEG sizes: quality 0 $q0 bytes, quality 100 $q100 bytes"
+    ((q0 <= q100)) || { wh_reason "quality 0 gave $q0 bytes, quality 100 $q100"; return 1; }
 }
 
 # A save-all target locked by another program, then a folder name Windows refuses: each
