@@ -1,6 +1,7 @@
 #include "app_fixture.h"
 
 #include "output/conversion.h"
+#include "output/tags.h"
 #include "platform/gdi/bmp.h"
 #include "runtime/strings.h"
 
@@ -251,6 +252,33 @@ TEST_F(SaveTest, CopyTakesTheFileNotTheZoomedView) {
     ClickButton(3);
     EXPECT_FALSE(be.clipboard.hasImage);
     EXPECT_TRUE(be.boxes.empty());
+}
+
+} // namespace
+
+namespace {
+
+TEST(Tags, DateAndTimeTagsFollowTheSystemTextsByTheRules) {
+    // Day-first dates, padded where a day or month has one digit.
+    EXPECT_EQ(mv::CalcTagDate(L"15/11/2026"), L"20261115");
+    EXPECT_EQ(mv::CalcTagDate(L"5/3/2026"), L"20260305");
+    EXPECT_EQ(mv::CalcTagDate(L"15/3/2026"), L"20260315");
+    EXPECT_EQ(mv::CalcTagDate(L"5/11/2026"), L"20261105");
+    // Month-first: month and day simply change places.
+    EXPECT_EQ(mv::CalcTagDate(L"11/21/2026"), L"20262111");
+    EXPECT_EQ(mv::CalcTagDate(L"3/5/2026"), L"20260503");
+
+    EXPECT_EQ(mv::CalcTagHeure(L"14:05:09"), L"H140509");
+    EXPECT_EQ(mv::CalcTagHeure(L"9:05:09"), L"H905090"); // filled with blanks, then zeros
+    // Twelve-hour texts: with seconds the AM/PM falls off the field.
+    EXPECT_EQ(mv::CalcTagHeure(L"2:05:09 PM"), L"H205090");
+    EXPECT_EQ(mv::CalcTagHeure(L"10:05 AM"), L"A1005 A");
+    EXPECT_EQ(mv::CalcTagHeure(L"10:05 PM"), L"P1005 P");
+    EXPECT_EQ(mv::CalcTagHeure(L"2:05 PM"), L"H2050PM");
+
+    EXPECT_EQ(mv::CalcHorodatage(L"15/11/2026", L"14:06:22"), L"261115_140622");
+    EXPECT_EQ(mv::CalcHorodatage(L"11/21/2026", L"14:06:22"), L"262111_140622");
+    EXPECT_EQ(mv::CalcHorodatage(L"15/11/2026", L"2:06:22 PM"), L"261115_20622 PM");
 }
 
 } // namespace
