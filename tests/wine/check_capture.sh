@@ -5,6 +5,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 source "$here/lib.sh"
+source "$here/program.sh"
 BIN=$(cd "${1:?usage: check_capture.sh BIN_DIR}" && pwd)
 
 wh_init main-window
@@ -13,19 +14,7 @@ wh_show_picture
 wh_start_wine
 
 APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
-MENU_H=19   # Wine's menu bar: the client area starts below it
 
-# Left edge in pixels of toolbar button $1, from the toolbar's order and gaps (twips).
-button_x() {
-    local order=(0 19 1 2 11 12 13 3 9 10 4 5 6 7 8 16 17 15 14 18)
-    local gaps=(0 20 20 20 60 20 20 70 20 20 60 20 20 20 70 20 20 60 20 20)
-    local left=60 k
-    for k in "${!order[@]}"; do
-        ((k > 0)) && left=$((left + 480 + gaps[k]))
-        if ((order[k] == $1)); then echo $((left / 15)); return; fi
-    done
-}
-click_button() { wh_click "$MAIN" $(($(button_x "$1") + 16)) $((MENU_H + 16)); }
 # The screen holds the notification icon in Wine's tray window besides the known picture.
 tray_box() {
     local w
@@ -49,14 +38,14 @@ check_toolbar() {
     wh_screenshot start.png
     wh_window_geometry "$MAIN" || return 1
     # Button 0 shows the camera bitmap pixel for pixel, at the window's top right.
-    local x=$((WH_X + $(button_x 0))) y=$((WH_Y + MENU_H))
+    local x=$((WH_X + $(mv_button_x 0))) y=$((WH_Y + MENU_H))
     convert "$WH_ART/start.png" -crop 32x32+$x+$y +repage "$WH_ART/button0.png"
     wh_assert_same button0 "$WH_ART/button0.png" "$BIN/camera.bmp" || return 1
     ((WH_X + WH_W >= 1270)) || { wh_reason "main window not at the right edge: x=$WH_X w=$WH_W"; return 1; }
 }
 
 check_whole_screen_capture() {
-    click_button 1
+    mv_click_button 1
     wh_wait_for "a temporary BMP" 15 has_temp_file || return 1
     sleep 1
     CAPTURE=$(temp_files | head -1)

@@ -6,6 +6,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 source "$here/lib.sh"
+source "$here/program.sh"
 BIN=$(cd "${1:?usage: check_print.sh BIN_DIR}" && pwd)
 
 wh_init print
@@ -14,22 +15,10 @@ wh_show_picture
 wh_start_wine
 APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
 mkdir -p "$APPDATA" && printf 'ConstPRJA\r\n' > "$APPDATA/spoken.txt"
-MENU_H=19
 PRINTED="$WH_TMP/printed.ps"
 PPD=$(find /usr/share/ghostscript -name ghostpdf.ppd 2>/dev/null | head -1)
 [[ -n $PPD ]] || wh_die "ghostpdf.ppd not found (ghostscript)"
 
-# Left edge in pixels of toolbar button $1 (the toolbar's order and gaps, in twips).
-button_x() {
-    local order=(0 19 1 2 11 12 13 3 9 10 4 5 6 7 8 16 17 15 14 18)
-    local gaps=(0 20 20 20 60 20 20 70 20 20 60 20 20 20 70 20 20 60 20 20)
-    local left=60 k
-    for k in "${!order[@]}"; do
-        ((k > 0)) && left=$((left + 480 + gaps[k]))
-        if ((order[k] == $1)); then echo $((left / 15)); return; fi
-    done
-}
-click_button() { wh_click "$MAIN" $(($(button_x "$1") + 16)) $((MENU_H + 16)); }
 temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
 has_temp_file() { [ -n "$(temp_files)" ]; }
 printed() { [ -s "$PRINTED" ] && grep -aq '%%EOF' "$PRINTED"; }
@@ -40,7 +29,7 @@ start_and_capture() {
     wh_find_window '^Mirovanta - ' 20 || return 1
     MAIN=$WH_WID
     sleep 1.5
-    click_button 1
+    mv_click_button 1
     wh_wait_for "a temporary BMP" 15 has_temp_file || return 1
     sleep 1
     CAPTURE=$(temp_files | head -1)
@@ -48,7 +37,7 @@ start_and_capture() {
 
 # Print button, then the title box: types TITLE and OK.
 ask_title() {
-    click_button 6
+    mv_click_button 6
     wh_find_window '^Mirovanta$' 10 || return 1
     local box=$WH_WID
     sleep 0.5

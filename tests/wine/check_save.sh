@@ -6,6 +6,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 source "$here/lib.sh"
+source "$here/program.sh"
 BIN=$(cd "${1:?usage: check_save.sh BIN_DIR}" && pwd)
 
 wh_init save
@@ -83,9 +84,13 @@ saveall jpg
 quality 100
 saveall jpg
 mark $(winepath -w "$done") done
+waitfile $(winepath -w "$WH_TMP/save-all-quit")
+key 81 2
 SCRIPT
     wh_launch_driver "$BIN" "$script"
+    local program=$WH_PID
     wh_wait_file "$done" 120 || return 1
+    sleep 1
     local f
     for f in png gif bmp; do
         [[ "$(identify -format '%wx%h\n' "$(saved $f)" | head -1)" == 1280x1024 ]] ||
@@ -112,6 +117,9 @@ SCRIPT
     q100=$(stat -c %s "$(saved jpg | sed -n 3p)")
     wh_log "JPEG sizes: quality 0 $q0 bytes, quality 100 $q100 bytes"
     ((q0 <= q100)) || { wh_reason "quality 0 gave $q0 bytes, quality 100 $q100"; return 1; }
+    # The script's Control+Q ends it: every capture is saved, so without a question.
+    touch "$WH_TMP/save-all-quit"
+    wh_wait_exit "$program" 20
 }
 
 # A save-all target locked by another program, then a folder name Windows refuses: each
@@ -139,14 +147,16 @@ savefolder $(winepath -w "$SAVED")
 saveall bmp
 marks $(winepath -w "$marks")
 mark $(winepath -w "$sign") done
+key 81 2
 SCRIPT
     # The folder exists on the Unix side, so only the name's '|' can make the save fail.
     mkdir -p "$WINEPREFIX/drive_c/bad|name"
     wh_launch_driver "$BIN" "$script"
+    local program=$WH_PID
     wh_wait_for "the capture" 30 grep -q captured "$sign" 2>/dev/null || return 1
     # A first save-all wrote file 001; the next one goes to 002.
-    local temp first stem target
-    temp=$(temp_files | tail -1)
+    local temp="$WH_TMP/locked-capture.bmp" first stem target
+    cp "$(temp_files | tail -1)" "$temp"
     first=$(saved bmp | head -1)
     [[ $first == *_001.bmp ]] || { wh_reason "no first file: $(ls "$SAVED")"; return 1; }
     stem=${first%_001.bmp}
@@ -164,6 +174,7 @@ SCRIPT
     done
     touch "$release" "$released"
     wh_wait_for "the end of the script" 30 grep -q done "$sign" || return 1
+    wh_wait_exit "$program" 20 || return 1
     [[ "$(tr -d '\r' < "$marks" | paste -sd' ')" == "0 0 1" ]] ||
         { wh_reason "marks after each save-all: $(tr -d '\r' < "$marks" | paste -sd' ')"; return 1; }
     [[ ! -s "$target" ]] || { wh_reason "the locked file was written"; return 1; }
@@ -172,8 +183,64 @@ SCRIPT
         { wh_reason "no copy saved once the folder was right: $(ls "$SAVED")"; return 1; }
 }
 
+# The save dialog: the proposed name, a name typed with another extension saved in the
+# filter's format, then the same name again answered No at the overwrite question.
+check_save_dialog() {
+    rm -f "$SAVED"/shot*
+    wh_launch "$BIN/mirovanta.exe"
+    local program=$WH_PID
+    wh_find_window '^Mirovanta - ' 20 || return 1
+    MAIN=$WH_WID
+    sleep 1.5
+    mv_click_button 1
+    wh_wait_for "a temporary BMP" 15 has_temp_file || return 1
+    sleep 1
+    mv_click_button 4
+    wh_find_window '^Save the capture as$' 15 || return 1
+    local dialog=$WH_WID
+    sleep 1
+    wh_screenshot save-dialog.png
+    # The name field holds "Capture 01": replaced by a name with a .png ending.
+    wh_key "$dialog" End $(printf 'BackSpace %.0s' {1..12}) || return 1
+    wh_type "$dialog" "shot.png" || return 1
+    wh_key "$dialog" Return || return 1
+    wh_wait_for "shot.jpg" 20 test -s "$SAVED/shot.jpg" || return 1
+    sleep 1
+    [[ "$(identify -format '%m %wx%h' "$SAVED/shot.jpg")" == "JPEG 1280x1024" ]] ||
+        { wh_reason "$(identify "$SAVED/shot.jpg" 2>&1)"; return 1; }
+    [[ ! -e $SAVED/shot.png && ! -e $SAVED/shot_temp.bmp ]] ||
+        { wh_reason "stray files: $(ls "$SAVED")"; return 1; }
+    local before
+    before=$(md5sum < "$SAVED/shot.jpg")
+
+    # Again: the dialog proposes "shot" in the last folder; the target exists, No keeps it.
+    mv_click_button 4
+    wh_find_window '^Save the capture as$' 15 || return 1
+    sleep 1
+    wh_key "$WH_WID" Return || return 1
+    wh_find_window '^Mirovanta$' 15 || return 1
+    sleep 0.5
+    wh_screenshot overwrite-question.png
+    wh_key "$WH_WID" n || return 1
+    wh_wait_window_gone "$WH_WID" 5 || return 1
+    [[ "$(md5sum < "$SAVED/shot.jpg")" == "$before" ]] || { wh_reason "shot.jpg was replaced"; return 1; }
+    # The scratch copy beside the target stays behind on No.
+    [[ -e $SAVED/shot_temp.bmp ]] || { wh_reason "no scratch file: $(ls "$SAVED")"; return 1; }
+    # Control+Q; a capture left unsaved would bring the question, answered No.
+    wh_key "$MAIN" ctrl+q || return 1
+    local quit
+    for _ in {1..50}; do
+        _wh_alive "$program" || break
+        quit=$(xdotool search --onlyvisible --name '^Mirovanta - quit$' 2>/dev/null | head -1)
+        if [[ -n $quit ]]; then wh_key "$quit" n || return 1; fi
+        sleep 0.2
+    done
+    wh_wait_exit "$program" 20
+}
+
 wh_check "Control+Q answered Yes saves the capture as JPEG" check_exit_yes_saves_jpeg
 wh_check "with BMP chosen in the settings the saved file is the temporary file" check_exit_yes_saves_bmp_copy
 wh_check "a locked target and a forbidden name give entry 117 and mark nothing" check_locked_and_forbidden_targets
 wh_check "save-all writes PNG, GIF, BMP and JPEG the size of the capture" check_save_all_formats
+wh_check "the save dialog writes the filter's format and asks before replacing" check_save_dialog
 wh_finish
