@@ -59,6 +59,25 @@ check_clipboard() {
     wh_assert_same clipboard "$WH_ART/clipboard.bmp" "$WH_PICTURE" --exclude "$TRAY"
 }
 
+# The Copy button puts the capture's file back on the clipboard, after another program
+# took it.
+check_copy_button() {
+    printf 'text' | xclip -selection clipboard -i
+    sleep 0.5
+    if [[ "$(xclip -selection clipboard -t image/bmp -o 2>/dev/null | head -c 2)" == BM ]]; then
+        wh_reason "the clipboard still holds a picture"
+        return 1
+    fi
+    mv_click_button 3
+    local got="$WH_ART/copied.bmp" _
+    for _ in {1..50}; do
+        xclip -selection clipboard -t image/bmp -o > "$got" 2>/dev/null &&
+            [[ "$(head -c 2 "$got")" == BM ]] && break
+        sleep 0.2
+    done
+    wh_assert_same copied "$got" "$CAPTURE"
+}
+
 check_capture_in_view() {
     wh_mouse_move 640 1000
     sleep 0.5
@@ -83,6 +102,7 @@ wh_check "the program starts with its toolbar" start_program
 wh_check "the toolbar shows its bitmaps at the top right" check_toolbar
 wh_check "a whole-screen capture writes the screen's pixels" check_whole_screen_capture
 wh_check "the clipboard holds the capture" check_clipboard
+wh_check "the Copy button copies the capture's file" check_copy_button
 wh_check "the capture is in view at 75 %" check_capture_in_view
 wh_check "Delete removes the capture and its file" check_delete_key
 
