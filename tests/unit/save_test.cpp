@@ -147,6 +147,22 @@ TEST_F(SaveTest, UnwritableTargetsLoseNoCaptureAndMarkNothing) {
     }
 }
 
+TEST_F(SaveTest, TemporaryFileThatCannotBeWrittenIsReportedAndTheRunGoesOn) {
+    Captures(1);
+    app->DossierTemp = L"/sys"; // a folder nobody may write in
+    Captures(1);
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, L"Save/Sauver 70 Permission denied");
+    EXPECT_EQ(be.boxes[0].style, ui::kCritical);
+    EXPECT_FALSE(be.ended);
+    EXPECT_EQ(app->NbVignettes, 2);
+    // The next capture, in a writable folder again, is saved as usual.
+    app->DossierTemp = rt::FromUtf8((root / "temp2").string());
+    Captures(1);
+    EXPECT_EQ(be.boxes.size(), 1u);
+    EXPECT_TRUE(rt::FileExists(TempFile(3)));
+}
+
 TEST_F(SaveTest, ConversionFixesTheQualityAndReportsTheSourceOnFailure) {
     Captures(1);
     const std::wstring source = TempFile(1);
