@@ -13,7 +13,7 @@ wh_start_xvfb 1280x1024
 wh_show_picture
 wh_start_wine
 
-APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
+mv_use_prefix
 
 # The screen holds the notification icon in Wine's tray window besides the known picture.
 tray_box() {
@@ -22,12 +22,10 @@ tray_box() {
     [[ -n "$w" ]] || { echo 0x0+0+0; return; }
     wh_window_geometry "$w" && echo "${WH_W}x$WH_H+$WH_X+$WH_Y"
 }
-temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
-has_temp_file() { [ -n "$(temp_files)" ]; }
 
 start_program() {
     # The language is chosen already: the chooser has checks of its own.
-    mkdir -p "$APPDATA" && printf 'ConstPRJA\r\n' > "$APPDATA/spoken.txt"
+    mv_choose_english
     wh_launch "$BIN/mirovanta.exe"
     wh_find_window '^Mirovanta - ' 20 || return 1
     MAIN=$WH_WID

@@ -13,14 +13,12 @@ wh_init print
 wh_start_xvfb 1280x1024
 wh_show_picture
 wh_start_wine
-APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
-mkdir -p "$APPDATA" && printf 'ConstPRJA\r\n' > "$APPDATA/spoken.txt"
+mv_use_prefix
+mv_choose_english
 PRINTED="$WH_TMP/printed.ps"
 PPD=$(find /usr/share/ghostscript -name ghostpdf.ppd 2>/dev/null | head -1)
 [[ -n $PPD ]] || wh_die "ghostpdf.ppd not found (ghostscript)"
 
-temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
-has_temp_file() { [ -n "$(temp_files)" ]; }
 printed() { [ -s "$PRINTED" ] && grep -aq '%%EOF' "$PRINTED"; }
 
 start_and_capture() {

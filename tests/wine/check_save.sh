@@ -13,12 +13,10 @@ wh_init save
 wh_start_xvfb 1280x1024
 wh_show_picture
 wh_start_wine
-APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
+mv_use_prefix
 SAVED="$WINEPREFIX/drive_c/users/$(id -un)/Documents"
-mkdir -p "$APPDATA" && printf 'ConstPRJA\r\n' > "$APPDATA/spoken.txt"
+mv_choose_english
 
-temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
-has_temp_file() { [ -n "$(temp_files)" ]; }
 saved() { find "$SAVED" -maxdepth 1 -name "Capt_*.$1" 2>/dev/null | sort; }
 
 # Starts the program, captures the screen with Control+E, answers the exit question Yes.

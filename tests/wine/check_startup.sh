@@ -5,6 +5,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 source "$here/lib.sh"
+source "$here/program.sh"
 BIN=$(cd "${1:?usage: check_startup.sh BIN_DIR}" && pwd)
 LANG_DIR="$here/../../assets/lang"
 
@@ -12,11 +13,10 @@ wh_init startup
 wh_start_xvfb 1280x1024
 wh_show_picture
 wh_start_wine
-APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
+mv_use_prefix
 
 # entry LANG N: the text of language entry N (ConstPRJA or ConstPRJF) from its source.
 entry() { sed -n "s/^$2 [^\"]*\"\\([^\"]*\\)\".*/\\1/p" "$LANG_DIR/$1.txt"; }
-temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
 temp_folders() { find "$APPDATA" -maxdepth 1 -name 'tempocapt*' 2>/dev/null; }
 count_temp_files() { [ "$(temp_files | wc -l)" -ge "$1" ]; }
 

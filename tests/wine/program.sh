@@ -1,6 +1,7 @@
 # shellcheck shell=bash
-# What the checks know of the program's main window: the menu bar's height under Wine and
-# where each toolbar button stands. Source after lib.sh; MAIN holds the main window.
+# What the checks know of the program: where it keeps its files in the prefix, the menu
+# bar's height under Wine and where each toolbar button stands. Source after lib.sh; MAIN
+# holds the main window.
 
 MENU_H=19 # Wine's menu bar: the client area starts below it
 
@@ -18,3 +19,13 @@ mv_button_x() {
 
 # mv_click_button N: clicks toolbar button N of the main window.
 mv_click_button() { wh_click "$MAIN" $(($(mv_button_x "$1") + 16)) $((MENU_H + 16)); }
+
+# mv_use_prefix: sets APPDATA, the program's folder in the prefix made by wh_start_wine.
+mv_use_prefix() { APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"; }
+
+# mv_choose_english: the language is chosen already, so the chooser does not come up.
+mv_choose_english() { mkdir -p "$APPDATA" && printf 'ConstPRJA\r\n' >"$APPDATA/spoken.txt"; }
+
+# temp_files: the program's temporary captures, sorted; has_temp_file: true when any.
+temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
+has_temp_file() { [ -n "$(temp_files)" ]; }
