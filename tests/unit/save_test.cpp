@@ -27,6 +27,16 @@ protected:
         std::sort(names.begin(), names.end());
         return names;
     }
+    // Save-all as JPEG from the first capture: true when it failed with the one box of
+    // entry 117 and told the caller through Ok.
+    ::testing::AssertionResult SaveAllFailsWith117() {
+        int16_t ok = -1;
+        main->EnregistrerTout(ok, 1, L"jpg");
+        if (ok != 0) return ::testing::AssertionFailure() << "Ok is " << ok;
+        if (be.boxes.size() != 1 || be.boxes[0].prompt != Entry(117))
+            return ::testing::AssertionFailure() << be.boxes.size() << " boxes";
+        return ::testing::AssertionSuccess();
+    }
     // Answers the save dialog with a name and a filter index.
     void Answer(const std::string& name, int filterIndex) {
         be.dialogResponder = [this, name, filterIndex](ui::CommonDialog& d, ui::FileDialogKind) {
@@ -83,18 +93,13 @@ TEST_F(SaveTest, CounterWidensPastNineHundredNinetyNine) {
 TEST_F(SaveTest, SaveAllFailureShowsEntry117AndClearsOk) {
     Captures(2);
     app->params.DossierEnreg = rt::FromUtf8((root / "gone").string()) + std::wstring(280, L' ');
-    int16_t ok = -1;
-    main->EnregistrerTout(ok, 1, L"jpg");
-    EXPECT_EQ(ok, 0);
-    ASSERT_EQ(be.boxes.size(), 1u);
-    EXPECT_EQ(be.boxes[0].prompt, Entry(117));
+    ASSERT_TRUE(SaveAllFailsWith117());
     EXPECT_EQ(be.boxes[0].style, ui::kExclamation);
     EXPECT_FALSE(list->PictSave[1].Visible()); // nothing marked that was not written
     // A field with no pair of blanks fails the same way.
     app->params.DossierEnreg = std::wstring(300, L'x');
-    ok = -1;
-    main->EnregistrerTout(ok, 1, L"jpg");
-    EXPECT_EQ(ok, 0);
+    be.boxes.clear();
+    EXPECT_TRUE(SaveAllFailsWith117());
 }
 
 // Folders the program cannot write to, a full disk and names Windows refuses: save-all
@@ -122,11 +127,7 @@ TEST_F(SaveTest, UnwritableTargetsLoseNoCaptureAndMarkNothing) {
         be.boxes.clear();
         app->CompteurSav = 0; // the full disk waits at file 001
         app->params.DossierEnreg = c.folder + std::wstring(200, L' ');
-        int16_t ok = -1;
-        main->EnregistrerTout(ok, 1, L"jpg");
-        EXPECT_EQ(ok, 0);
-        ASSERT_EQ(be.boxes.size(), 1u);
-        EXPECT_EQ(be.boxes[0].prompt, Entry(117));
+        ASSERT_TRUE(SaveAllFailsWith117());
         EXPECT_FALSE(list->PictSave[1].Visible());
         EXPECT_EQ(list->Chksav[1].Value(), 0);
 
@@ -232,11 +233,7 @@ TEST_F(SaveTest, TemporaryFileGoneBehindTheProgramsBackIsNeverMarkedSaved) {
     rt::Kill(TempFile(2));
     // Save-all: the first capture is written and marked, the second fails with entry 117
     // and stays unmarked, the third is not reached; Ok tells the caller.
-    int16_t ok = -1;
-    main->EnregistrerTout(ok, 1, L"jpg");
-    EXPECT_EQ(ok, 0);
-    ASSERT_EQ(be.boxes.size(), 1u);
-    EXPECT_EQ(be.boxes[0].prompt, Entry(117));
+    ASSERT_TRUE(SaveAllFailsWith117());
     EXPECT_TRUE(list->PictSave[1].Visible());
     EXPECT_FALSE(list->PictSave[2].Visible());
     EXPECT_EQ(list->Chksav[2].Value(), 0);
