@@ -4,6 +4,7 @@
 
 #include "platform/services.h"
 #include "platform/ui/form.h"
+#include "platform/ui/units.h"
 #include "runtime/clock.h"
 #include "runtime/errors.h"
 
@@ -18,8 +19,11 @@ struct ScreenMetrics {
     int heightPx = 768;
     float tppX = 15; // twips per pixel: 1440 / DPI
     float tppY = 15;
-    float WidthTwips() const { return float(widthPx) * tppX; }
-    float HeightTwips() const { return float(heightPx) * tppY; }
+    float WidthTwips() const { return ToTwips(widthPx, tppX); }
+    float HeightTwips() const { return ToTwips(heightPx, tppY); }
+    // Pixels of a horizontal or vertical length in twips.
+    int PxX(float twips) const { return ToPixels(twips, tppX); }
+    int PxY(float twips) const { return ToPixels(twips, tppY); }
 };
 
 enum class FileDialogKind { Open, Save, Printer };

@@ -2,19 +2,12 @@
 
 #include "platform/ui/backend.h"
 #include "platform/ui/form.h"
+#include "platform/ui/units.h"
 #include "runtime/errors.h"
 
 #include <cmath>
 
 namespace ui {
-
-namespace {
-// Pixels of a twip length: integer division by the twips per pixel.
-int ToPixels(float twips, float tpp) {
-    if (tpp <= 0) return 0;
-    return int(std::floor(double(twips) / double(tpp) + 1e-6));
-}
-} // namespace
 
 // ---- PictureBox -------------------------------------------------------------------------
 
