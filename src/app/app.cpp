@@ -1,11 +1,14 @@
 #include "app/app.h"
 
-#include "app/forms.h"
 #include "browser/Flistimages.h"
 #include "core/frmMain.h"
+#include "core/small_forms.h"
 #include "language/FrmChoixLng.h"
+#include "language/frmTip.h"
 #include "output/conversion.h"
+#include "overlay/FrmFull.h"
 #include "runtime/files.h"
+#include "settings/Options.h"
 
 namespace mv {
 

@@ -3,6 +3,7 @@
 #include "app/app.h"
 #include "browser/Flistimages.h"
 #include "core/frmMain.h"
+#include "output/output.h"
 #include "runtime/files.h"
 
 #include <cstdio>
@@ -53,7 +54,7 @@ void RunLine(App& app, const std::string& line) {
         // Every capture again: the marks of the previous save are taken off first.
         for (int i = 1; i <= app.NbVignettes; ++i) app.list->PictSave[i].SetVisible(false);
         int16_t ok = -1;
-        app.main->EnregistrerTout(ok, 1, rt::FromUtf8(ext));
+        EnregistrerTout(app, ok, 1, rt::FromUtf8(ext));
     } else if (verb == "waitfile") {
         // Pumps events until another process has made the file.
         std::string file;

@@ -14,7 +14,7 @@ Flistimages::Flistimages(App& a) : ui::Form(a.be, L"Flistimages"), app(a) {
 
 void Flistimages::Design() {
     SetCaption(L"Collection");
-    borderStyle = 4;
+    borderStyle = ui::kBorderFixedToolWindow;
     maxButton = false;
     showInTaskbar = false;
     Move(0, 0, 3500, 2000);
@@ -92,7 +92,8 @@ void Flistimages::Form_QueryUnload(int& cancel, int) {
 }
 
 void Flistimages::Form_Resize() {
-    if (WindowState() == ui::kMinimized) app.main->bouton[kCmdListe].SetBorderStyle(0);
+    if (WindowState() == ui::kMinimized)
+        app.main->bouton[kCmdListe].SetBorderStyle(ui::kBorderNone);
 }
 
 void Flistimages::TimerCache_Timer() {

@@ -1,8 +1,11 @@
-// frmMain: the whole-screen and window grab, the cursor stamp and the clipboard copy.
-#include "app/forms.h"
+// The whole-screen and window grab, the cursor stamp and the clipboard copy.
+#include "capture/capture.h"
+
 #include "browser/Flistimages.h"
 #include "core/frmMain.h"
+#include "output/output.h"
 #include "runtime/integer.h"
+#include "settings/Options.h"
 
 namespace mv {
 
@@ -11,20 +14,21 @@ namespace {
 constexpr ui::CursorHandle kCurseurCache = 65557;
 } // namespace
 
-void frmMain::CapturTTbis(int16_t Mode) {
+void CapturTTbis(App& app, int16_t Mode) {
+    frmMain& M = *app.main;
     app.EchecFen = false;
     if (app.params.GardeFenetres == 0) {
-        Hide();
+        M.Hide();
         app.DoEvents();
         app.list->Hide();
         app.DoEvents();
     }
     // Always wait: the screen repaints what was beneath the windows.
-    Attente(0.3f);
+    M.Attente(0.3f);
 
     const auto ecran = app.Screen();
-    Picture1.SetWidth(ecran.WidthTwips());
-    Picture1.SetHeight(ecran.HeightTwips());
+    M.Picture1.SetWidth(ecran.WidthTwips());
+    M.Picture1.SetHeight(ecran.HeightTwips());
     app.DoEvents();
 
     auto& desktop = app.be.GetDesktop();
@@ -37,13 +41,13 @@ void frmMain::CapturTTbis(int16_t Mode) {
 
     const int largeur = r.right - r.left;
     const int hauteur = r.bottom - r.top;
-    dc->CopyTo(Picture1.Image(), 0, 0, largeur, hauteur, 0, 0);
+    dc->CopyTo(M.Picture1.Image(), 0, 0, largeur, hauteur, 0, 0);
     // A window wider than the screen was cut by the buffer; it takes its real size here,
     // with the outside left blank.
-    Picture1.SetWidth(float(largeur) * ecran.tppX);
-    Picture1.SetHeight(float(hauteur) * ecran.tppY);
-    app.LargCapt = Picture1.Width();
-    app.HautCapt = Picture1.Height();
+    M.Picture1.SetWidth(ecran.TwipsX(largeur));
+    M.Picture1.SetHeight(ecran.TwipsY(hauteur));
+    app.LargCapt = M.Picture1.Width();
+    app.HautCapt = M.Picture1.Height();
 
     if (app.CurseurCapt != kCurseurCache) {
         gdi::IconImage icone;
@@ -57,60 +61,62 @@ void frmMain::CapturTTbis(int16_t Mode) {
                 x = app.CurseurX - r.left - 6;
                 y = app.CurseurY - r.top - 6;
             }
-            gdi::DrawIcon(Picture1.Image(), x, y, icone);
+            gdi::DrawIcon(M.Picture1.Image(), x, y, icone);
         }
     }
     dc.reset();
-    Picture1.Refresh();
+    M.Picture1.Refresh();
 
     if (r.right != 0)
-        Picture1.SetVisible(true);
+        M.Picture1.SetVisible(true);
     else
         app.EchecFen = true;
-    labdeb.SetVisible(false);
+    M.labdeb.SetVisible(false);
 
     app.options->Load();
     if (app.options->Check1[2].Value() == 0 && !app.options->Visible()) {
-        Show();
+        M.Show();
         app.list->Show();
         app.DoEvents();
     }
 }
 
-void frmMain::CopiePP(std::wstring& Type) {
+void CopiePP(App& app, std::wstring& Type) {
+    frmMain& M = *app.main;
     auto& presse = app.be.GetClipboard();
     presse.Clear();
     app.DoEvents();
     // On purpose the clipboard then stays empty.
     if (app.params.SansCopieAuto == L"1") return;
-    Timdeja.SetEnabled(true);
+    M.Timdeja.SetEnabled(true);
     if (Type == L"f" || Type == L"z") {
-        presse.SetImage(Picture2.Image());
-        Labdeja.SetLeft(50);
-        Labdeja.SetTop(50);
-        Labdeja.SetVisible(true);
-        Labdeja.ZOrder(0);
+        presse.SetImage(M.Picture2.Image());
+        M.Labdeja.SetLeft(50);
+        M.Labdeja.SetTop(50);
+        M.Labdeja.SetVisible(true);
+        M.Labdeja.ZOrder(0);
     } else {
-        presse.SetImage(Picture1.Image());
-        Labdeja2.SetLeft(50);
-        Labdeja2.SetTop(50);
-        Labdeja2.SetVisible(true);
-        Labdeja2.ZOrder(0);
+        presse.SetImage(M.Picture1.Image());
+        M.Labdeja2.SetLeft(50);
+        M.Labdeja2.SetTop(50);
+        M.Labdeja2.SetVisible(true);
+        M.Labdeja2.ZOrder(0);
     }
 }
 
-void frmMain::TimCurs_Timer() {
+void TimCurs_Timer(App& app) {
     const ui::Point p = app.be.GetCursor().GetCursorPos();
     app.CurseurX = rt::I16(p.x);
     app.CurseurY = rt::I16(p.y);
 }
 
-void frmMain::Timdeja_Timer() {
+void Timdeja_Timer(App& app) {
+    frmMain& M = *app.main;
     // The labels stay while the external editor runs.
-    if (PaintActif()) return;
-    Labdeja.SetVisible(false);
-    Labdeja2.SetVisible(false);
-    Timdeja.SetEnabled(false);
+    if (PaintActif(app)) return;
+    M.Labdeja.SetVisible(false);
+    M.Labdeja2.SetVisible(false);
+    M.Timdeja.SetEnabled(false);
 }
 
 } // namespace mv

@@ -1,5 +1,7 @@
 // The main window: toolbar, menus, the view of the current capture, and the routines of
-// the command table, the capture list and the screen grab.
+// the command table, the capture list, the hotkeys, start-up and shutdown. The routines
+// of the other subsystems that act on its controls live in their own folders (capture/,
+// output/, language/, timed/) and reach it through the application.
 #pragma once
 
 #include "app/app.h"
@@ -112,7 +114,6 @@ public:
     void Form_Activate();
     void Form_QueryUnload(int& cancel, int unloadMode);
     void Form_Terminate();
-    void MnuChgLang_Click();
     void Form_MouseMove(const ui::MouseEvent& e);
     void TimerUnload_Timer();
     void quitprog();
@@ -130,7 +131,6 @@ public:
     void Mnumulti_Click();
     void MnuEnAuto_Click();
     void mnuoptions_Click();
-    void mnuReacTip_Click();
     void MnuRaff_Click();
 
     // ---- capture list
@@ -141,12 +141,6 @@ public:
     void mnufDelCaptCoch_Click();
     void Voirtabprov();
 
-    // ---- screen grab
-    void CapturTTbis(int16_t Mode);
-    void CopiePP(std::wstring& Type);
-    void TimCurs_Timer();
-    void Timdeja_Timer();
-
     // ---- view, zoom and window size
     void MefImageF(int16_t Mode);
     void mnuzoomX_Click(int16_t Index);
@@ -156,16 +150,7 @@ public:
     void Timderoul_Timer();
     void Timlabdeb_Timer();
 
-    // ---- output
-    void EnregVign(int16_t Numero, ui::PictureBox& Image);
-    void Enregistrer2();
-    void EnregistrerTout(int16_t& Ok, int16_t Premier, const std::wstring& Extension);
-    void Buttcopier();
-    void Imprimer();
-    void MnuEditPaint_Click();
-    bool PaintActif();
-    void RideauPhoto();
-    void MnuCaptper_Click();
+    // ---- hotkeys
     void Timerclav_Timer();
 
     // Temporary file name of capture number n ("Captprov_" + TagHeure + "00").
@@ -181,8 +166,6 @@ private:
     // Slider and count of the thumbnail window, and the caption that counts the captures.
     void MajDefilement();
     void MajTitreListe();
-    // F5: the edited file comes back from the external editor.
-    void RafraichirEditeur();
     void PlaceToolbar();
     int16_t BoutonSurvole = 0;
     bool SurvolActif = false;

@@ -1,9 +1,16 @@
 // frmMain: the command dispatcher, the toolbar, the keys and the menus.
-#include "app/forms.h"
 #include "browser/Flistimages.h"
+#include "capture/capture.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
+#include "core/small_forms.h"
+#include "language/frmTip.h"
+#include "language/language_menu.h"
+#include "output/output.h"
+#include "overlay/FrmFull.h"
 #include "runtime/errors.h"
+#include "settings/Options.h"
+#include "timed/timed.h"
 
 namespace mv {
 
@@ -19,8 +26,8 @@ void frmMain::WireEvents() {
     bouton.OnMouseMove = [this](int i, const ui::MouseEvent& e) { bouton_MouseMove(i, e); };
 
     Timbouton.OnTimer = [this] { Timbouton_Timer(); };
-    TimCurs.OnTimer = [this] { TimCurs_Timer(); };
-    Timdeja.OnTimer = [this] { Timdeja_Timer(); };
+    TimCurs.OnTimer = [this] { TimCurs_Timer(app); };
+    Timdeja.OnTimer = [this] { Timdeja_Timer(app); };
     TimZoom.OnTimer = [this] { TimZoom_Timer(); };
     Timerclav.OnTimer = [this] { Timerclav_Timer(); };
     Timderoul.OnTimer = [this] { Timderoul_Timer(); };
@@ -51,16 +58,16 @@ void frmMain::WireEvents() {
 
     mnufichier.OnClick = [this] { mnufichier_Click(); };
     mnuedition.OnClick = [this] { mnuedition_Click(); };
-    MnuEditPaint.OnClick = [this] { MnuEditPaint_Click(); };
-    mnuFeditpaint.OnClick = [this] { MnuEditPaint_Click(); };
+    MnuEditPaint.OnClick = [this] { MnuEditPaint_Click(app); };
+    mnuFeditpaint.OnClick = [this] { MnuEditPaint_Click(app); };
     MnuRaff.OnClick = [this] { MnuRaff_Click(); };
     Mnumulti.OnClick = [this] { Mnumulti_Click(); };
     MnuEnAuto.OnClick = [this] { MnuEnAuto_Click(); };
     mnufDelCaptCoch.OnClick = [this] { mnufDelCaptCoch_Click(); };
     mnuoptions.OnClick = [this] { mnuoptions_Click(); };
-    mnuReacTip.OnClick = [this] { mnuReacTip_Click(); };
-    MnuCaptper.OnClick = [this] { MnuCaptper_Click(); };
-    MnuChgLang.OnClick = [this] { MnuChgLang_Click(); };
+    mnuReacTip.OnClick = [this] { mnuReacTip_Click(app); };
+    MnuCaptper.OnClick = [this] { MnuCaptper_Click(app); };
+    MnuChgLang.OnClick = [this] { MnuChgLang_Click(app); };
     mnuzoomX.OnClick = [this](int i) { mnuzoomX_Click(int16_t(i)); };
 }
 
@@ -74,9 +81,9 @@ void frmMain::GestCommande(int Index, bool parClavier) {
         Timbouton.SetEnabled(true);
         for (int i = 0; i <= 18; ++i)
             if (i != kCmdMulti && i != kCmdRafraichirTim && i != kCmdListe)
-                bouton[i].SetBorderStyle(0);
+                bouton[i].SetBorderStyle(ui::kBorderNone);
         if (Index != kCmdMulti && Index != kCmdRafraichirTim && Index != kCmdListe && Index < 19)
-            bouton[Index].SetBorderStyle(1);
+            bouton[Index].SetBorderStyle(ui::kBorderFixedSingle);
         labdeb.SetVisible(false);
         app.ParClavier = parClavier;
         app.tip->Unload();
@@ -104,21 +111,21 @@ void frmMain::GestCommande(int Index, bool parClavier) {
             app.RetourZone = false;
             app.full->InitFull(int16_t(Index));
             app.full->Show();
-            RideauPhoto();
+            RideauPhoto(app);
             app.RetourPossible = true;
             break;
         case kCmdEcran:
-            CapturTTbis(0);
+            CapturTTbis(app, 0);
             for (int i = 0; i <= 4; ++i) mnuzoomX[i].SetChecked(false);
             mnuzoomX[2].SetChecked(true);
-            RideauPhoto();
+            RideauPhoto(app);
             app.TypeCapt = L"e";
             MefImageF(0);
             GestVignettes(Picture1);
-            CopiePP(app.TypeCapt);
+            CopiePP(app, app.TypeCapt);
             break;
         case kCmdFenetre:
-            CapturTTbis(1);
+            CapturTTbis(app, 1);
             for (int i = 0; i <= 4; ++i) mnuzoomX[i].SetChecked(false);
             mnuzoomX[3].SetChecked(true);
             TimZoom.SetEnabled(true);
@@ -129,24 +136,24 @@ void frmMain::GestCommande(int Index, bool parClavier) {
             app.TypeCapt = L"f";
             MefImageF(1);
             GestVignettes(Picture2);
-            CopiePP(app.TypeCapt);
+            CopiePP(app, app.TypeCapt);
             break;
         case kCmdCopier:
-            Buttcopier();
+            Buttcopier(app);
             break;
         case kCmdEnregistrer:
-            Enregistrer2();
+            Enregistrer2(app);
             break;
         case kCmdEnregistrerTout: {
             int16_t ok = 0;
-            EnregistrerTout(ok, 1, app.params.EnregBmp == 0 ? L"jpg" : L"bmp");
+            EnregistrerTout(app, ok, 1, ExtensionAuto(app.params));
             break;
         }
         case kCmdImprimer:
-            Imprimer();
+            Imprimer(app);
             break;
         case kCmdEditer:
-            MnuEditPaint_Click();
+            MnuEditPaint_Click(app);
             break;
         case kCmdMulti:
             Mnumulti_Click();
@@ -166,10 +173,10 @@ void frmMain::GestCommande(int Index, bool parClavier) {
             break;
         case kCmdRafraichir:
             Rafraichir();
-            CopiePP(app.TypeCapt);
+            CopiePP(app, app.TypeCapt);
             break;
         case kCmdRafraichirTim:
-            MnuCaptper_Click();
+            MnuCaptper_Click(app);
             break;
         case kCmdQuitter:
             quitprog();
@@ -184,10 +191,10 @@ void frmMain::GestCommande(int Index, bool parClavier) {
             if (app.NbVignettes <= 0) break;
             if (app.list->WindowState() == ui::kNormal) {
                 app.list->SetWindowState(ui::kMinimized);
-                bouton[kCmdListe].SetBorderStyle(0);
+                bouton[kCmdListe].SetBorderStyle(ui::kBorderNone);
             } else {
                 app.list->SetWindowState(ui::kNormal);
-                bouton[kCmdListe].SetBorderStyle(1);
+                bouton[kCmdListe].SetBorderStyle(ui::kBorderFixedSingle);
             }
             break;
         case kCmdAPropos:
@@ -202,7 +209,8 @@ void frmMain::GestCommande(int Index, bool parClavier) {
 
 void frmMain::Timbouton_Timer() {
     for (int i = 0; i <= 18; ++i)
-        if (i != kCmdMulti && i != kCmdRafraichirTim && i != kCmdListe) bouton[i].SetBorderStyle(0);
+        if (i != kCmdMulti && i != kCmdRafraichirTim && i != kCmdListe)
+            bouton[i].SetBorderStyle(ui::kBorderNone);
     Timbouton.SetEnabled(false);
 }
 
@@ -214,7 +222,7 @@ void frmMain::Attente(float Secondes) {
 
 void frmMain::Form_KeyDown(int16_t KeyCode, int16_t Shift) {
     if (!app.FichierEdite.empty() && KeyCode == 116) {
-        RafraichirEditeur();
+        RafraichirEditeur(app);
     } else if (KeyCode == 46) {
         bouton_Click(kCmdSupprimer);
     } else if (KeyCode == 81 && Shift == 2) {
@@ -269,7 +277,7 @@ void frmMain::mnuedition_Click() {
 
 void frmMain::Mnumulti_Click() {
     Mnumulti.SetChecked(!Mnumulti.Checked());
-    bouton[kCmdMulti].SetBorderStyle(Mnumulti.Checked() ? 1 : 0);
+    bouton[kCmdMulti].SetBorderStyle(Mnumulti.Checked() ? ui::kBorderFixedSingle : ui::kBorderNone);
 }
 
 void frmMain::MnuEnAuto_Click() {
@@ -282,8 +290,6 @@ void frmMain::mnuoptions_Click() {
     app.options->Load();
     app.options->ShowDialog();
 }
-
-void frmMain::mnuReacTip_Click() {}
 
 void frmMain::MnuRaff_Click() {
     Form_KeyDown(116, 0);

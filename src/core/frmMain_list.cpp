@@ -1,7 +1,9 @@
 // frmMain: the capture list and its temporary files.
 #include "browser/Flistimages.h"
+#include "capture/capture.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
+#include "output/output.h"
 #include "output/tags.h"
 #include "runtime/files.h"
 #include "runtime/integer.h"
@@ -24,7 +26,7 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
         app.HautCapt = Image.Height();
         app.LargCapt = Image.Width();
         app.NbVignettes = rt::I16(app.NbVignettes + 1);
-        if (app.NbVignettes == 1) bouton[kCmdListe].SetBorderStyle(1);
+        if (app.NbVignettes == 1) bouton[kCmdListe].SetBorderStyle(ui::kBorderFixedSingle);
         const int n = app.NbVignettes;
         if (n > 100) {
             // The list is full: the capture is dropped, no file, no row.
@@ -71,21 +73,21 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
             DessinerVignettes(Image, img, gimg);
 
             app.NumCapt = rt::I16(app.NumCapt + 1);
-            EnregVign(app.NumCapt, Image);
+            EnregVign(app, app.NumCapt, Image);
             app.tab.FichierV[n] = NomFichierProv(app.NumCapt);
 
             const auto ecran = app.Screen();
             if (Image.Name() == L"PictInvis" || Image.Name() == L"Picture2") {
                 L.Lbldim[n].SetCaption(rt::Format(n, L"00") + L"/ " +
-                                       rt::Str(rt::Int(app.LargCapt / ecran.tppX)) + L" x" +
-                                       rt::Str(rt::Int(app.HautCapt / ecran.tppY)));
+                                       rt::Str(ecran.PxX(app.LargCapt)) + L" x" +
+                                       rt::Str(ecran.PxY(app.HautCapt)));
             } else {
                 L.Lbldim[n].SetCaption(rt::Format(n, L"00") + L" " + app.Lang(109));
             }
 
             img.SetVisible(true);
-            for (int i = 1; i < n; ++i) L.Image1[i].SetBorderStyle(0);
-            img.SetBorderStyle(1);
+            for (int i = 1; i < n; ++i) L.Image1[i].SetBorderStyle(ui::kBorderNone);
+            img.SetBorderStyle(ui::kBorderFixedSingle);
             L.Lbldim[n].SetVisible(true);
             L.Txtordre[n].SetVisible(true);
             L.PictSave[n].SetVisible(false);
@@ -122,7 +124,7 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
         MajTitreListe();
         if (MnuEnAuto.Checked()) {
             int16_t ok = -1;
-            EnregistrerTout(ok, app.NbVignettes, app.params.EnregBmp == 0 ? L"jpg" : L"bmp");
+            EnregistrerTout(app, ok, app.NbVignettes, ExtensionAuto(app.params));
         }
         if (L.WindowState() == ui::kNormal && !MnuCaptper.Checked()) L.SetLeft(0);
         L.TimerCache.SetEnabled(true);
@@ -135,8 +137,8 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
 
 void frmMain::DessinerVignettes(ui::PictureBox& source, ui::PictureBox& img, ui::PictureBox& gimg) {
     const auto ecran = app.Screen();
-    const int largPx = int(img.Width()) / int(ecran.tppX);
-    const int hautPx = int(img.Height()) / int(ecran.tppY);
+    const int largPx = ecran.PxX(img.Width());
+    const int hautPx = ecran.PxY(img.Height());
     const gdi::Surface& src = source.Image();
     gdi::StretchBlt(img.Image(), 0, 0, largPx, hautPx, src, 0, 0, src.Width(), src.Height(),
                     gdi::kHalftone);
@@ -235,7 +237,7 @@ void frmMain::SuppVignette(int16_t Numero) {
         // No other row becomes current: the caller or the user picks one.
         app.VignetteCourante = 0;
         for (int i = 1; i <= app.NbVignettes; ++i) {
-            L.Image1[i].SetBorderStyle(0);
+            L.Image1[i].SetBorderStyle(ui::kBorderNone);
             L.Lbldim[i].SetCaption(rt::Format(i, L"00") + rt::Mid(L.Lbldim[i].Caption(), 3));
         }
         if (L.WindowState() == ui::kNormal)
@@ -277,7 +279,7 @@ void frmMain::Supprimertout(bool Demande) {
     if (Demande) {
         app.ModeReduit = false;
         SetCaption(app.Lang(123));
-        bouton[kCmdListe].SetBorderStyle(0);
+        bouton[kCmdListe].SetBorderStyle(ui::kBorderNone);
     }
 }
 
@@ -296,14 +298,14 @@ void frmMain::Rafraichir() {
         return;
     }
     Mnumulti.SetChecked(false);
-    bouton[kCmdMulti].SetBorderStyle(0);
+    bouton[kCmdMulti].SetBorderStyle(ui::kBorderNone);
     ImgTTscreen.SetVisible(false);
     if (!app.ModeReduit) Picture2.SetVisible(true);
     Picture2.ClearPicture();
     Picture1.SetHeight(app.HautPic1);
     Picture1.SetWidth(app.LargPic1);
 
-    CapturTTbis(0);
+    CapturTTbis(app, 0);
     const ui::Point pos = app.be.GetCursor().GetCursorPos();
     app.CurseurX = rt::I16(pos.x);
     app.CurseurY = rt::I16(pos.y);
@@ -318,14 +320,14 @@ void frmMain::Rafraichir() {
     Labtaille.SetCaption(app.tab.DimV[ref]);
 
     const auto ecran = app.Screen();
-    app.LargCapt += 4 * ecran.tppX;
-    app.HautCapt += 4 * ecran.tppY;
+    app.LargCapt += ecran.TwipsX(4);
+    app.HautCapt += ecran.TwipsY(4);
     // One pixel in from the zone skips the drawn frame of the selection; Picture2's own
     // size cuts the result to the size of the old capture.
-    const int sx = int((app.ZoneGauche + ecran.tppX) / ecran.tppX);
-    const int sy = int((app.ZoneHaut + ecran.tppY) / ecran.tppY);
-    gdi::BitBlt(Picture2.Image(), 0, 0, int(app.LargCapt / ecran.tppX),
-                int(app.HautCapt / ecran.tppY), Picture1.Image(), sx, sy);
+    const int sx = ecran.PxX(app.ZoneGauche) + 1;
+    const int sy = ecran.PxY(app.ZoneHaut) + 1;
+    gdi::BitBlt(Picture2.Image(), 0, 0, ecran.PxX(app.LargCapt), ecran.PxY(app.HautCapt),
+                Picture1.Image(), sx, sy);
     Picture2.SetPicture(gdi::Surface(Picture2.Image()));
     Picture2S.SetPicture(Picture2.Image());
     PictSave.SetVisible(false);

@@ -1,15 +1,19 @@
 // frmMain: design, start-up, window size and shutdown.
-#include "app/forms.h"
 #include "browser/Flistimages.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
-#include "language/FrmChoixLng.h"
+#include "core/small_forms.h"
+#include "language/frmTip.h"
+#include "output/output.h"
 #include "output/tags.h"
+#include "overlay/FrmFull.h"
 #include "platform/gdi/bmp.h"
 #include "runtime/files.h"
 #include "runtime/integer.h"
 #include "runtime/random.h"
 #include "runtime/strings.h"
+#include "settings/Options.h"
+#include "settings/settings_app.h"
 #include "settings/settings_file.h"
 
 namespace mv {
@@ -20,14 +24,14 @@ frmMain::frmMain(App& a) : ui::Form(a.be, L"frmMain"), app(a) {
 
 void frmMain::Design() {
     SetCaption(L"Mirovanta");
-    borderStyle = 1;
+    borderStyle = ui::kBorderFixedSingle;
     maxButton = false;
     keyPreview = true;
     Move(12000, 0, 3000, 1430);
 
     auto& b0 = bouton.Design(0);
     b0.Move(60, 0, 480, 480);
-    b0.SetBorderStyle(0);
+    b0.SetBorderStyle(ui::kBorderNone);
 
     for (ui::PictureBox* p : {&Picture1, &Picture2, &Picture2S, &ImgTTscreen}) {
         p->Move(20, 560, 1500, 1000);
@@ -50,13 +54,13 @@ void frmMain::Design() {
         l->Move(50, 50, 3200, 300);
         l->SetVisible(false);
         l->SetBackColor(0xE1FFFF);
-        l->SetBorderStyle(1);
+        l->SetBorderStyle(ui::kBorderFixedSingle);
         l->SetAlignment(2);
     }
     LabDoubleClick.Move(0, 0, 2600, 255);
     LabDoubleClick.SetVisible(false);
     LabDoubleClick.SetBackColor(0xE1FFFF);
-    LabDoubleClick.SetBorderStyle(1);
+    LabDoubleClick.SetBorderStyle(ui::kBorderFixedSingle);
     Line1.SetBorderColor(0x808080);
 
     // Design captions; the language load replaces them.
@@ -357,7 +361,7 @@ void frmMain::Form_QueryUnload(int& cancel, int unloadMode) {
         // The session ends: save without asking, no time for the temporary files.
         if (app.NbVignettes > 0) {
             int16_t ok = -1;
-            EnregistrerTout(ok, 1, app.params.EnregBmp == 0 ? L"jpg" : L"bmp");
+            EnregistrerTout(app, ok, 1, ExtensionAuto(app.params));
             if (app.NbSavAppel > 0) {
                 app.sortie->Show();
                 app.sortie->Label1.SetCaption(app.Lang(134));
@@ -397,7 +401,7 @@ void frmMain::quitprog() {
         }
         if (rep == ui::kYes) {
             int16_t ok = -1;
-            EnregistrerTout(ok, 1, app.params.EnregBmp == 0 ? L"jpg" : L"bmp");
+            EnregistrerTout(app, ok, 1, ExtensionAuto(app.params));
             if (ok == 0) return;
         }
     }
@@ -418,6 +422,7 @@ void frmMain::quitprog() {
         try {
             app.full->Load();
             const ui::ScreenMetrics ecran = app.Screen();
+            // The size as a fraction of pixels: its text is cut to the field's width.
             MemoriserTaille(app.params.LigneParams,
                             double(app.full->rectsel.Width()) / double(ecran.tppX),
                             double(app.full->rectsel.Height()) / double(ecran.tppY));

@@ -7,10 +7,6 @@ namespace mv {
 namespace {
 constexpr double kFacteursZoom[] = {0.25, 0.5, 0.75, 1.0, 2.0};
 
-// Pixels of a twip length, by integer division.
-int Px(float twips, float tpp) {
-    return int(twips) / int(tpp);
-}
 } // namespace
 
 void frmMain::MefImageF(int16_t Mode) {
@@ -39,10 +35,9 @@ void frmMain::MefImageF(int16_t Mode) {
         ImgTTscreen.Cls();
         app.LargCapt = ImgTTscreen.Width();
         app.HautCapt = ImgTTscreen.Height();
-        gdi::StretchBlt(ImgTTscreen.Image(), 0, 0, Px(ImgTTscreen.Width(), ecran.tppX),
-                        Px(ImgTTscreen.Height(), ecran.tppY), Picture1.Image(), 0, 0,
-                        Px(Picture1.Width(), ecran.tppX), Px(Picture1.Height(), ecran.tppY),
-                        gdi::kHalftone);
+        gdi::StretchBlt(ImgTTscreen.Image(), 0, 0, ecran.PxX(ImgTTscreen.Width()),
+                        ecran.PxY(ImgTTscreen.Height()), Picture1.Image(), 0, 0,
+                        ecran.PxX(Picture1.Width()), ecran.PxY(Picture1.Height()), gdi::kHalftone);
         ImgTTscreen.Refresh();
         Picture2S.SetPicture(ImgTTscreen.Image());
     } else {

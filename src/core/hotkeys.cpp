@@ -1,9 +1,8 @@
 // frmMain: the five capture hotkeys, polled from whichever application has the focus.
-#include "app/forms.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
-#include "runtime/files.h"
 #include "runtime/integer.h"
+#include "settings/Options.h"
 
 namespace mv {
 
@@ -56,14 +55,6 @@ void frmMain::Timerclav_Timer() {
     else if (touche == p.ToucheDoubleH)
         index = kCmdZoneDouble;
     GestCommande(index, true);
-}
-
-void frmMain::MnuChgLang_Click() {
-    // The chooser comes back at the next start.
-    app.DossierParams = app.be.GetShell().ShellFolder(L"AppData") + L"\\Mirovanta";
-    rt::Kill(app.DossierParams + L"\\spoken.txt");
-    MnuChgLang.SetChecked(true);
-    MnuChgLang.SetEnabled(false);
 }
 
 } // namespace mv

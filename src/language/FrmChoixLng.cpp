@@ -1,6 +1,6 @@
 #include "language/FrmChoixLng.h"
 
-#include "app/forms.h"
+#include "core/small_forms.h"
 #include "language/charge.h"
 #include "platform/gdi/bmp.h"
 #include "runtime/files.h"
@@ -23,13 +23,13 @@ FrmChoixLng::FrmChoixLng(App& a) : ui::Form(a.be, L"FrmChoixLng"), app(a) {
 
 void FrmChoixLng::Design() {
     SetCaption(L"Mirovanta");
-    borderStyle = 0;
+    borderStyle = ui::kBorderNone;
     showInTaskbar = true;
     SetBackColor(kFondTransparent);
-    Centrer(*this, 4200, 2100);
+    CenterOnScreen(4200, 2100);
     Image1.Move(480, 240, 1500, 1020);
     Image2.Move(2220, 240, 1500, 1020);
-    for (ui::PictureBox* p : {&Image1, &Image2}) p->SetBorderStyle(0);
+    for (ui::PictureBox* p : {&Image1, &Image2}) p->SetBorderStyle(ui::kBorderNone);
     Label1.Move(480, 1380, 1500, 360);
     Label1.SetCaption(L"Français");
     Label2.Move(2220, 1380, 1500, 360);
@@ -38,7 +38,7 @@ void FrmChoixLng::Design() {
         l->SetAlignment(2);
         l->SetFont({L"Arial", 11, true, false});
         l->SetBackColor(0xFFFFFF);
-        l->SetBorderStyle(1);
+        l->SetBorderStyle(ui::kBorderFixedSingle);
     }
 }
 
@@ -65,14 +65,14 @@ void FrmChoixLng::Choisir(const std::string& code) {
 }
 
 void FrmChoixLng::Image1_Click() {
-    Image1.SetBorderStyle(1);
-    Image2.SetBorderStyle(0);
+    Image1.SetBorderStyle(ui::kBorderFixedSingle);
+    Image2.SetBorderStyle(ui::kBorderNone);
     Choisir("ConstPRJF");
 }
 
 void FrmChoixLng::Image2_Click() {
-    Image2.SetBorderStyle(1);
-    Image1.SetBorderStyle(0);
+    Image2.SetBorderStyle(ui::kBorderFixedSingle);
+    Image1.SetBorderStyle(ui::kBorderNone);
     Choisir("ConstPRJA");
 }
 

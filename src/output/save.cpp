@@ -1,5 +1,7 @@
-// frmMain: the temporary BMP of each capture, and the output commands.
-#include "app/forms.h"
+// The temporary BMP of each capture, and the two roads of saving: the save dialog and
+// the save of every capture under generated names.
+#include "output/output.h"
+
 #include "browser/Flistimages.h"
 #include "core/frmMain.h"
 #include "output/conversion.h"
@@ -7,54 +9,60 @@
 #include "runtime/files.h"
 #include "runtime/integer.h"
 #include "runtime/strings.h"
+#include "settings/Options.h"
 
 #include <cwctype>
 
 namespace mv {
 
-void frmMain::EnregVign(int16_t Numero, ui::PictureBox& Image) {
+std::wstring ExtensionAuto(const Params& p) {
+    return p.EnregBmp == 0 ? L"jpg" : L"bmp";
+}
+
+void EnregVign(App& app, int16_t Numero, ui::PictureBox& Image) {
     // This test stands outside the error handler: a failure here is the caller's.
     if (!rt::DirExists(app.DossierTemp)) rt::MkDir(app.DossierTemp);
     try {
-        app.CheminTemp = app.DossierTemp + L"\\" + NomFichierProv(Numero);
+        app.CheminTemp = app.DossierTemp + L"\\" + app.main->NomFichierProv(Numero);
         gdi::SaveBmp(Image.Image(), app.CheminTemp);
     } catch (const rt::RuntimeError& e) {
         app.MsgBox(L"Save/Sauver " + std::to_wstring(e.number) + L" " + e.text, ui::kCritical);
     }
 }
 
-void frmMain::Enregistrer2() {
+void Enregistrer2(App& app) {
+    frmMain& M = *app.main;
     // Cancel in the dialog, and any file error, end the save silently; the next save then
     // proposes the default name again.
     try {
         if (app.NbVignettes == 0) return;
-        CDlg1.initDir =
+        M.CDlg1.initDir =
             app.DossierDernierSav.empty() ? app.params.DossierEnregCourt : app.DossierDernierSav;
         if (app.PremierSav) {
-            CDlg1.filterIndex = kFormatJpeg;
-            CDlg1.fileName = app.Lang(130) + rt::Format(app.VignetteCourante, L"00");
+            M.CDlg1.filterIndex = kFormatJpeg;
+            M.CDlg1.fileName = app.Lang(130) + rt::Format(app.VignetteCourante, L"00");
             app.PremierSav = false;
         } else {
-            CDlg1.fileName = app.NomDernierSav;
+            M.CDlg1.fileName = app.NomDernierSav;
             // A series goes on by the number of the capture: chart07 becomes chart08.
             const std::wstring nom = rt::Trim(app.NomDernierSav);
             const std::wstring fin = rt::Right(nom, 2);
             if (fin.size() == 2 && iswdigit(fin[0]) && iswdigit(fin[1]))
-                CDlg1.fileName =
+                M.CDlg1.fileName =
                     rt::Left(nom, rt::Len(nom) - 2) + rt::Format(app.VignetteCourante, L"00");
         }
-        CDlg1.dialogTitle = app.Lang(175);
-        CDlg1.filter = app.Lang(163);
-        CDlg1.cancelError = true;
-        CDlg1.ShowSave();
+        M.CDlg1.dialogTitle = app.Lang(175);
+        M.CDlg1.filter = app.Lang(163);
+        M.CDlg1.cancelError = true;
+        M.CDlg1.ShowSave();
 
         // Only a lower-case extension is recognised: a.JPG keeps it and gains the real one.
-        const std::wstring choisi = rt::Trim(CDlg1.fileName);
+        const std::wstring choisi = rt::Trim(M.CDlg1.fileName);
         const std::wstring ext = rt::Right(choisi, 4);
         if (ext == L".jpg" || ext == L".gif" || ext == L".png" || ext == L".bmp")
             app.NomDernierSav = rt::Left(choisi, rt::Len(choisi) - 4);
         else
-            app.NomDernierSav = CDlg1.fileName;
+            app.NomDernierSav = M.CDlg1.fileName;
 
         // The scratch copy stands beside the target, in the target folder.
         const std::wstring source =
@@ -63,7 +71,7 @@ void frmMain::Enregistrer2() {
         rt::FileCopy(source, app.CheminTemp);
 
         // The filter decides the format, never the extension typed.
-        const int format = CDlg1.filterIndex;
+        const int format = M.CDlg1.filterIndex;
         const std::wstring cible = app.NomDernierSav + L"." + ExtensionFormat(format);
         if (rt::FileExists(cible) && app.MsgBox(app.Lang(119) + cible + app.Lang(120),
                                                 ui::kYesNo | ui::kQuestion) == ui::kNo)
@@ -73,11 +81,11 @@ void frmMain::Enregistrer2() {
         else
             app.conversion->ConvertirImage(app.CheminTemp, cible, format, app.params.QualiteJpeg);
         rt::Kill(app.CheminTemp);
-        PictSave.SetVisible(true);
+        M.PictSave.SetVisible(true);
         app.DossierDernierSav =
             rt::Left(app.NomDernierSav, rt::InStrRev(app.NomDernierSav, L"\\") - 1);
         for (int i = 1; i <= app.NbVignettes; ++i) {
-            if (app.list->Image1[i].BorderStyle() == 1) {
+            if (app.list->Image1[i].BorderStyle() == ui::kBorderFixedSingle) {
                 app.list->PictSave[i].SetVisible(true);
                 app.list->Chksav[i].SetValue(1);
             }
@@ -87,7 +95,7 @@ void frmMain::Enregistrer2() {
     }
 }
 
-void frmMain::EnregistrerTout(int16_t& Ok, int16_t Premier, const std::wstring& Extension) {
+void EnregistrerTout(App& app, int16_t& Ok, int16_t Premier, const std::wstring& Extension) {
     try {
         app.NbSavAppel = 0;
         for (int i = Premier; i <= app.NbVignettes; ++i) {
@@ -117,72 +125,12 @@ void frmMain::EnregistrerTout(int16_t& Ok, int16_t Premier, const std::wstring& 
             }
             app.NbSavAppel = rt::I16(app.NbSavAppel + 1);
         }
-        PictSave.SetVisible(true);
+        app.main->PictSave.SetVisible(true);
     } catch (const rt::RuntimeError&) {
         app.MsgBox(app.Lang(117), ui::kExclamation);
         app.options->ShowNonModal();
         Ok = 0;
     }
 }
-
-void frmMain::Buttcopier() {
-    // From the file, never from the view: a zoomed view does not change what is copied.
-    auto& presse = app.be.GetClipboard();
-    PictReserv.ClearPicture();
-    presse.Clear();
-    PictReserv.SetPicture(
-        gdi::LoadBmp(app.DossierTemp + L"\\" + app.tab.FichierV[app.VignetteCourante]));
-    presse.SetImage(PictReserv.Picture());
-}
-
-void frmMain::Imprimer() {
-    // Cancel in either box, a missing printer and any other error end it without a word.
-    try {
-        auto& shell = app.be.GetShell();
-        const rt::SystemTime now = app.be.Now();
-        std::wstring titre = app.Lang(121) + rt::DateText(now, shell.ShortDatePattern()) +
-                             app.Lang(122) + rt::TimeText(now, shell.TimePattern()) +
-                             L"  -  M i r o v a n t a";
-        if (!app.InputBox(app.Lang(209), L"Mirovanta", titre)) return;
-        CDlg1.cancelError = true;
-        CDlg1.copies = 1;
-        CDlg1.ShowPrinter();
-
-        auto& imprimante = app.Printer;
-        imprimante.SetCopies(CDlg1.copies);
-        imprimante.CurrentY = 1000;
-        imprimante.CurrentX = 3000;
-        imprimante.Print(titre);
-        // The printable width is fixed at 10000 twips; a small capture is never enlarged.
-        const ui::ScreenMetrics ecran = app.Screen();
-        const std::wstring dim = app.list->Lbldim[app.VignetteCourante].Caption();
-        if (rt::Mid(dim, 4, 11) == app.Lang(109)) {
-            imprimante.PaintPicture(Picture1.Image(), 800, 2000, 10000,
-                                    10000 * ecran.HeightTwips() / ecran.WidthTwips());
-        } else if (Picture2.Width() > 10000) {
-            imprimante.PaintPicture(Picture2.Image(), 800, 2000, 10000,
-                                    10000 * Picture2.Height() / Picture2.Width());
-        } else {
-            const gdi::Surface& image = Picture2.Image();
-            imprimante.PaintPicture(image, 800, 2000, float(image.Width()) * ecran.tppX,
-                                    float(image.Height()) * ecran.tppY);
-        }
-        imprimante.EndDoc();
-    } catch (const rt::RuntimeError&) {
-        app.Printer.KillDoc();
-    }
-}
-
-void frmMain::MnuEditPaint_Click() {}
-
-bool frmMain::PaintActif() {
-    return false;
-}
-
-void frmMain::RafraichirEditeur() {}
-
-void frmMain::RideauPhoto() {}
-
-void frmMain::MnuCaptper_Click() {}
 
 } // namespace mv

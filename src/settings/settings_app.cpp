@@ -1,5 +1,5 @@
-// chargtparam and SavOptions: params.txt read at start-up and written back, with the
-// repair road both share.
+#include "settings/settings_app.h"
+
 #include "app/app.h"
 #include "core/frmMain.h"
 #include "runtime/errors.h"

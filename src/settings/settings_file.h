@@ -1,9 +1,8 @@
 // params.txt: two lines of Windows-1252 text with CR LF ends. Line 1 holds every setting in
 // fixed columns of a 300-character line; line 2 is the save folder.
 //
-// The first half of this header is pure (bytes and text in, Params out, no files, no
-// windows) so that it can be tested and fuzzed alone. chargtparam and SavOptions, at the
-// end, do the file work and the repair road on the running application.
+// This header is pure (bytes and text in, Params out, no files, no windows) so that it can
+// be tested and fuzzed alone; settings_app.h does the file work on the running program.
 #pragma once
 
 #include "settings/params.h"
@@ -13,8 +12,6 @@
 #include <string_view>
 
 namespace mv {
-
-class App;
 
 // Width of the fixed-length fields LigneParams, DossierEnreg and the written line 2.
 inline constexpr int kLargeurLigne = 300;
@@ -68,15 +65,5 @@ std::string ContenuFichier(std::wstring_view ligne1, std::wstring_view ligne2);
 
 // The file of the settings in the program's per-user folder.
 std::wstring CheminParams(const std::wstring& dossierParams);
-
-// Reads params.txt into app.params and sets the interval of frmMain.TimPeriod; writes the
-// first-run file when there is none. On any run-time error asks entry 125 (Yes/No); No ends
-// the program leaving the file as it is, Yes writes the repair file, shows entry 126 and
-// ends the program. Never returns in that case.
-void chargtparam(App& app);
-
-// Writes LigneParams as line 1 and DossierPerso, padded to 300, as line 2. A failure takes
-// the repair road of chargtparam (the file is deleted whatever the error).
-void SavOptions(App& app);
 
 } // namespace mv

@@ -3,11 +3,16 @@
 #pragma once
 
 #include "app/app.h"
-#include "app/forms.h"
 #include "browser/Flistimages.h"
+#include "capture/capture.h"
 #include "core/frmMain.h"
+#include "core/small_forms.h"
+#include "language/frmTip.h"
+#include "output/output.h"
+#include "overlay/FrmFull.h"
 #include "platform/headless/headless.h"
 #include "runtime/files.h"
+#include "settings/Options.h"
 
 #include <gtest/gtest.h>
 

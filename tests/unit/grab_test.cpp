@@ -301,9 +301,11 @@ TEST_F(GrabTest, ThumbnailsArePlacedInTheColumn) {
 
 TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
     SetScreen(320, 240, kFond);
-    const ui::Rect r{0, 0, 192, 96};
+    // The thumbnail box is 1450 twips wide, 97 pixels to the nearest: the window is twice
+    // as wide and its height follows.
+    const ui::Rect r{0, 0, 194, 96};
     for (int y = 0; y < 96; ++y)
-        for (int x = 0; x < 192; ++x)
+        for (int x = 0; x < 194; ++x)
             be.desktop.screen.At(x, y) = (x + y) % 2 ? gdi::Rgb(255, 255, 255) : gdi::Rgb(0, 0, 0);
     Start();
     SetForeground(r);
@@ -312,11 +314,11 @@ TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
 
     // Exactly half size: every thumbnail pixel is the mean of two white and two black.
     const gdi::Surface& petit = list->Image1[1].Image();
-    ASSERT_EQ(petit.Width(), 96);
+    ASSERT_EQ(petit.Width(), 97);
     ASSERT_EQ(petit.Height(), 48);
     int hors = 0;
     for (int y = 0; y < 48; ++y)
-        for (int x = 0; x < 96; ++x) {
+        for (int x = 0; x < 97; ++x) {
             const int v = gdi::RedOf(petit.At(x, y));
             hors += v < 126 || v > 129;
         }

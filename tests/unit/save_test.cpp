@@ -31,7 +31,7 @@ protected:
     // entry 117 and told the caller through Ok.
     ::testing::AssertionResult SaveAllFailsWith117() {
         int16_t ok = -1;
-        main->EnregistrerTout(ok, 1, L"jpg");
+        mv::EnregistrerTout(*app, ok, 1, L"jpg");
         if (ok != 0) return ::testing::AssertionFailure() << "Ok is " << ok;
         if (be.boxes.size() != 1 || be.boxes[0].prompt != Entry(117))
             return ::testing::AssertionFailure() << be.boxes.size() << " boxes";
@@ -50,7 +50,7 @@ protected:
 TEST_F(SaveTest, SaveAllNamesFilesByDateOrByStampAndMarksThemOnce) {
     Captures(3);
     int16_t ok = 0;
-    main->EnregistrerTout(ok, 1, L"jpg");
+    mv::EnregistrerTout(*app, ok, 1, L"jpg");
     EXPECT_EQ(app->NbSavAppel, 3);
     EXPECT_EQ(Saved(), (std::vector<std::string>{"Capt_20261115_H140509_001.jpg",
                                                  "Capt_20261115_H140509_002.jpg",
@@ -66,14 +66,14 @@ TEST_F(SaveTest, SaveAllNamesFilesByDateOrByStampAndMarksThemOnce) {
 
     // A second call writes nothing, yet marks the main window.
     main->PictSave.SetVisible(false);
-    main->EnregistrerTout(ok, 1, L"jpg");
+    mv::EnregistrerTout(*app, ok, 1, L"jpg");
     EXPECT_EQ(app->NbSavAppel, 0);
     EXPECT_TRUE(main->PictSave.Visible());
 
     // The other style takes each capture's stamp; the counter goes on.
     Captures(1);
     app->params.NomParCapture = 1;
-    main->EnregistrerTout(ok, 1, L"png");
+    mv::EnregistrerTout(*app, ok, 1, L"png");
     EXPECT_EQ(Saved().back(), "Capt_" + rt::ToUtf8(app->tab.Horodatage[4]) + "_004.png");
     // YYMMDD_hhmmss, the moment of the capture.
     EXPECT_EQ(app->tab.Horodatage[4].substr(0, 9), L"261115_14");
@@ -85,7 +85,7 @@ TEST_F(SaveTest, CounterWidensPastNineHundredNinetyNine) {
     Captures(1);
     app->CompteurSav = 999;
     int16_t ok = -1;
-    main->EnregistrerTout(ok, 1, L"bmp");
+    mv::EnregistrerTout(*app, ok, 1, L"bmp");
     EXPECT_EQ(Saved(), (std::vector<std::string>{"Capt_20261115_H140509_1000.bmp"}));
     EXPECT_TRUE(be.codec.saves.empty()); // the BMP road is a copy
 }
@@ -138,7 +138,7 @@ TEST_F(SaveTest, UnwritableTargetsLoseNoCaptureAndMarkNothing) {
             d.filterIndex = mv::kFormatPng;
             return true;
         };
-        main->Enregistrer2();
+        mv::Enregistrer2(*app);
         EXPECT_EQ(be.boxes.size(), 1u);
         EXPECT_TRUE(app->PremierSav);
         EXPECT_FALSE(main->PictSave.Visible());
@@ -189,7 +189,7 @@ TEST_F(SaveTest, ConversionFixesTheQualityAndReportsTheSourceOnFailure) {
 TEST_F(SaveTest, SaveDialogProposesNamesAndTheFilterDecidesTheFormat) {
     Captures(3);
     // Cancel: silent, and the next save proposes the default name again.
-    main->Enregistrer2();
+    mv::Enregistrer2(*app);
     ASSERT_EQ(be.dialogs.size(), 1u);
     EXPECT_EQ(be.dialogs[0].fileName, Entry(130) + L"03");
     EXPECT_EQ(be.dialogs[0].filterIndex, mv::kFormatJpeg);
@@ -198,19 +198,19 @@ TEST_F(SaveTest, SaveDialogProposesNamesAndTheFilterDecidesTheFormat) {
 
     // An upper-case extension stays and gains the real one; PNG typed, JPEG filter: JPEG.
     Answer("a.JPG", mv::kFormatJpeg);
-    main->Enregistrer2();
+    mv::Enregistrer2(*app);
     Answer("shot.png", mv::kFormatJpeg);
-    main->Enregistrer2();
+    mv::Enregistrer2(*app);
     EXPECT_EQ(Saved(), (std::vector<std::string>{"a.JPG.jpg", "shot.jpg"}));
     EXPECT_TRUE(main->PictSave.Visible());
     EXPECT_TRUE(list->PictSave[3].Visible()); // the current capture carries the border
 
     // A name ending in two digits goes on by the capture's number, a year included.
     Answer("report2012.bmp", mv::kFormatBmp);
-    main->Enregistrer2();
+    mv::Enregistrer2(*app);
     be.dialogResponder = nullptr;
     app->VignetteCourante = 3;
-    main->Enregistrer2();
+    mv::Enregistrer2(*app);
     EXPECT_EQ(be.dialogs.back().fileName,
               rt::FromUtf8((root / "Personal").string()) + L"\\report2003");
     EXPECT_TRUE(app->PremierSav); // cancelled again
@@ -219,9 +219,9 @@ TEST_F(SaveTest, SaveDialogProposesNamesAndTheFilterDecidesTheFormat) {
 TEST_F(SaveTest, SaveDialogAsksBeforeReplacingAndNoLeavesTheScratchFile) {
     Captures(1);
     Answer("same.gif", mv::kFormatGif);
-    main->Enregistrer2();
+    mv::Enregistrer2(*app);
     be.answers.push_back(ui::kNo);
-    main->Enregistrer2();
+    mv::Enregistrer2(*app);
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].style, ui::kYesNo | ui::kQuestion);
     EXPECT_EQ(Saved(), (std::vector<std::string>{"same.gif", "same_temp.bmp"}));
@@ -243,7 +243,7 @@ TEST_F(SaveTest, TemporaryFileGoneBehindTheProgramsBackIsNeverMarkedSaved) {
     app->VignetteCourante = 2;
     main->PictSave.SetVisible(false);
     Answer("lost.png", mv::kFormatPng);
-    main->Enregistrer2();
+    mv::Enregistrer2(*app);
     EXPECT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(Saved().size(), 1u);
     EXPECT_FALSE(main->PictSave.Visible());

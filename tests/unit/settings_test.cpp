@@ -2,6 +2,7 @@
 // remembered at exit, the save folder line, wide folder names and damaged files.
 #include "app_fixture.h"
 #include "runtime/strings.h"
+#include "settings/settings_app.h"
 #include "settings/settings_file.h"
 
 #include <cstdint>

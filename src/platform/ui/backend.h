@@ -24,6 +24,9 @@ struct ScreenMetrics {
     // Pixels of a horizontal or vertical length in twips.
     int PxX(float twips) const { return ToPixels(twips, tppX); }
     int PxY(float twips) const { return ToPixels(twips, tppY); }
+    // Twips of a horizontal or vertical length in pixels.
+    float TwipsX(int pixels) const { return ToTwips(pixels, tppX); }
+    float TwipsY(int pixels) const { return ToTwips(pixels, tppY); }
 };
 
 enum class FileDialogKind { Open, Save, Printer };

@@ -38,7 +38,7 @@ void PictureBox::OnResized() {
 void PictureBox::SetPicture(const gdi::Surface& s) {
     picture_ = s;
     if (autoSize && !s.Empty() && Owner())
-        Move(Left(), Top(), float(s.Width()) * TppX(), float(s.Height()) * TppY());
+        Move(Left(), Top(), ToTwips(s.Width(), TppX()), ToTwips(s.Height(), TppY()));
     Cls();
 }
 

@@ -108,6 +108,11 @@ void Form::PopupMenu(Menu& menu) {
     backend_.PopupMenu(*this, menu);
 }
 
+void Form::CenterOnScreen(float width, float height) {
+    const ScreenMetrics screen = backend_.Screen();
+    Move((screen.WidthTwips() - width) / 2, (screen.HeightTwips() - height) / 2, width, height);
+}
+
 float Form::ScaleWidth() const {
     return Width();
 }

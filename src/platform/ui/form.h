@@ -7,6 +7,16 @@
 
 namespace ui {
 
+// Border styles of forms; controls take the first two (none, fixed single).
+enum BorderStyle {
+    kBorderNone = 0,
+    kBorderFixedSingle = 1,
+    kBorderSizable = 2,
+    kBorderFixedDialog = 3,
+    kBorderFixedToolWindow = 4,
+    kBorderSizableToolWindow = 5,
+};
+
 // Unload modes passed to QueryUnload.
 enum UnloadMode { kFormControlMenu = 0, kFormCode = 1, kAppWindows = 2, kAppTaskManager = 3 };
 
@@ -23,7 +33,7 @@ public:
     void SetWindowState(int s); // 0, 1, 2; anything else raises 380
 
     // Design properties, fixed before the first load.
-    int borderStyle = 2; // 0 none, 1 fixed single, 2 sizable, 3 fixed dialog, 4 tool window
+    int borderStyle = kBorderSizable;
     bool controlBox = true;
     bool minButton = true;
     bool maxButton = true;
@@ -44,6 +54,8 @@ public:
     void Hide();
     void SetVisible(bool v) override;
     void PopupMenu(Menu& menu);
+    // Gives the form a size and places it in the middle of the screen.
+    void CenterOnScreen(float width, float height);
     // Client area in twips.
     float ScaleWidth() const;
     float ScaleHeight() const;

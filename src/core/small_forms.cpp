@@ -1,45 +1,10 @@
-#include "app/forms.h"
+#include "core/small_forms.h"
 
 #include "core/frmMain.h"
 #include "platform/gdi/bmp.h"
 #include "runtime/files.h"
 
 namespace mv {
-
-void Centrer(ui::Form& f, float largeur, float hauteur) {
-    const auto ecran = f.FormBackend().Screen();
-    f.Move((ecran.WidthTwips() - largeur) / 2, (ecran.HeightTwips() - hauteur) / 2, largeur,
-           hauteur);
-}
-
-FrmFull::FrmFull(App& a) : ui::Form(a.be, L"FrmFull"), app(a) {}
-
-void FrmFull::Design() {
-    borderStyle = 0;
-    showInTaskbar = false;
-    rectsel.Move(0, 0, 420 * 15, 260 * 15);
-}
-
-void FrmFull::InitFull(int16_t) {}
-
-Options::Options(App& a) : ui::Form(a.be, L"Options"), app(a) {}
-
-void Options::Design() {
-    SetCaption(L"Options");
-    borderStyle = 3;
-    for (int i = 0; i <= 7; ++i) {
-        if (!Check1.Exists(i)) Check1.Design(i);
-        Check1[i].SetValue(0);
-    }
-}
-
-void Options::ShowDialog() {}
-
-void Options::ShowNonModal() {}
-
-frmTip::frmTip(App& a) : ui::Form(a.be, L"frmTip"), app(a) {}
-
-void frmTip::ShowTip() {}
 
 frmSplash::frmSplash(App& a) : ui::Form(a.be, L"frmSplash"), app(a) {
     OnLoad = [this] { Form_Load(); };
@@ -48,10 +13,10 @@ frmSplash::frmSplash(App& a) : ui::Form(a.be, L"frmSplash"), app(a) {
 }
 
 void frmSplash::Design() {
-    borderStyle = 0;
+    borderStyle = ui::kBorderNone;
     showInTaskbar = false;
     SetBackColor(0xFFFFFF);
-    Centrer(*this, 4800, 1500);
+    CenterOnScreen(4800, 1500);
     PictLogo.Move(360, 360, 480, 480);
     PictLogo.SetBackColor(0xFFFFFF);
     LabTitre.Move(1080, 300, 3400, 480);
@@ -81,11 +46,11 @@ void frmSplash::Form_QueryUnload(int&, int) {
 FrmSortie::FrmSortie(App& a) : ui::Form(a.be, L"FrmSortie"), app(a) {}
 
 void FrmSortie::Design() {
-    borderStyle = 0;
+    borderStyle = ui::kBorderNone;
     showInTaskbar = false;
     topMost = true;
     SetBackColor(0xFFFFFF);
-    Centrer(*this, 5400, 1200);
+    CenterOnScreen(5400, 1200);
     Label1.Move(240, 240, 4920, 720);
     Label1.SetAlignment(2);
     Label1.SetFont({L"Arial", 10, true, false});
@@ -100,7 +65,7 @@ frmAbout::frmAbout(App& a) : ui::Form(a.be, L"frmAbout"), app(a) {
 
 void frmAbout::Design() {
     SetCaption(L"Mirovanta");
-    borderStyle = 3;
+    borderStyle = ui::kBorderFixedDialog;
     Move(4000, 3000, 5400, 2400);
     SetBackColor(0xFFFFFF);
     PictLogo.Move(240, 240, 480, 480);

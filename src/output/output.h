@@ -1,0 +1,46 @@
+// Output: the temporary BMP of each capture, saving, the clipboard copy, printing and
+// the external editor. These routines work on the main window's and the browser's
+// controls (frmMain.CDlg1, PictSave, Picture2, Flistimages.PictSave ...), reached through
+// the application.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace ui {
+class PictureBox;
+}
+
+namespace mv {
+
+class App;
+struct Params;
+
+// The extension of the saves made without a dialog: "jpg", or "bmp" when EnregBmp is set.
+std::wstring ExtensionAuto(const Params& p);
+
+// Writes the picture of Image as the temporary file of capture number Numero. A missing
+// temporary folder is made first; a failure to make it raises to the caller, a failure
+// to write shows the "Save/Sauver" box.
+void EnregVign(App& app, int16_t Numero, ui::PictureBox& Image);
+// Saves the current capture through the save dialog, in the format of the filter
+// chosen. Cancel and any file error end it silently.
+void Enregistrer2(App& app);
+// Saves every capture from Premier on that is not marked saved, under generated names in
+// the save folder, as Extension. On an error shows entry 117, opens the options and sets
+// Ok to 0; Ok 3 keeps the BMP beside a converted file.
+void EnregistrerTout(App& app, int16_t& Ok, int16_t Premier, const std::wstring& Extension);
+// Puts the current capture's file on the clipboard.
+void Buttcopier(App& app);
+// Prints the current capture under a title the user confirms. Cancel, no printer and
+// any error end it without a word.
+void Imprimer(App& app);
+
+// The external editor. Empty until the editor hand-off is built.
+void MnuEditPaint_Click(App& app);
+// True while the external editor's process runs.
+bool PaintActif(App& app);
+// F5: the edited file comes back from the external editor.
+void RafraichirEditeur(App& app);
+
+} // namespace mv
