@@ -37,4 +37,8 @@ int App::MsgBox(const std::wstring& prompt, int style, const std::wstring& title
     return be.MsgBox(prompt, style, title.empty() ? std::wstring(L"Mirovanta") : title);
 }
 
+void App::MsgErreur(const rt::RuntimeError& e, const std::wstring& avant, int style) {
+    MsgBox(avant + std::to_wstring(e.number) + L" " + e.text, style);
+}
+
 } // namespace mv

@@ -4,6 +4,7 @@
 #include "language/language.h"
 #include "platform/ui/backend.h"
 #include "platform/ui/printer.h"
+#include "runtime/errors.h"
 #include "runtime/random.h"
 #include "settings/params.h"
 
@@ -57,6 +58,8 @@ public:
     // Language entry n.
     const std::wstring& Lang(int n) const { return lang.Entry(n); }
     int MsgBox(const std::wstring& prompt, int style = 0, const std::wstring& title = L"");
+    // The box of a trapped run-time error: an optional lead, the number and its text.
+    void MsgErreur(const rt::RuntimeError& e, const std::wstring& avant = L"", int style = 0);
     // Asks for a line of text, proposing `text`; false on Cancel.
     bool InputBox(const std::wstring& prompt, const std::wstring& title, std::wstring& text) {
         return be.InputBox(prompt, title, text);

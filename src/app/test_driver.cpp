@@ -6,9 +6,12 @@
 #include "output/output.h"
 #include "runtime/files.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -22,9 +25,28 @@ void Append(const std::string& file, const std::string& text) {
     out << text << "\n";
 }
 
+using Clock = std::chrono::steady_clock;
+
+// Every wait of a script ends: a file that never comes ends the run instead of hanging it.
+constexpr auto kDeadline = std::chrono::seconds(120);
+
+// Ends the run at once with a word on the standard error, for the check that reads it.
+[[noreturn]] void Refuse(const std::string& why) {
+    std::fprintf(stderr, "driver: %s\n", why.c_str());
+    std::fflush(stderr);
+    std::_Exit(3);
+}
+
 void Wait(App& app, int ms) {
-    const double end = app.be.Timer() + ms / 1000.0;
-    while (app.be.Timer() < end) app.DoEvents();
+    const auto end = Clock::now() + std::chrono::milliseconds(std::min(ms, 600000));
+    while (Clock::now() < end) app.DoEvents();
+}
+
+const std::set<std::string>& Verbs() {
+    static const std::set<std::string> verbs = {
+        "wait",  "click",   "key",         "gui",  "saveall", "waitfile", "savefolder",
+        "marks", "quality", "keepwindows", "time", "mark",    "repeat",   "end"};
+    return verbs;
 }
 
 void RunLine(App& app, const std::string& line) {
@@ -59,7 +81,11 @@ void RunLine(App& app, const std::string& line) {
         // Pumps events until another process has made the file.
         std::string file;
         std::getline(in >> std::ws, file);
-        while (!rt::FileExists(rt::FromUtf8(file))) Wait(app, 50);
+        const auto end = Clock::now() + kDeadline;
+        while (!rt::FileExists(rt::FromUtf8(file))) {
+            if (Clock::now() > end) Refuse("no file " + file + " after 120 s");
+            Wait(app, 50);
+        }
     } else if (verb == "savefolder") {
         std::string folder;
         std::getline(in >> std::ws, folder);
@@ -98,8 +124,16 @@ void RunTestDriver(App& app) {
     if (!script || !*script) return;
     std::ifstream in(rt::ToFsPath(rt::FromUtf8(script)));
     std::vector<std::string> lines;
+    if (!in) Refuse("cannot read the script " + std::string(script));
     for (std::string l; std::getline(in, l);) {
         if (!l.empty() && l.back() == '\r') l.pop_back();
+        // The whole script is read before the first step: a word it does not know ends
+        // the run before anything happens.
+        std::istringstream head(l);
+        std::string verb;
+        head >> verb;
+        if (!verb.empty() && Verbs().count(verb) == 0)
+            Refuse("unknown command '" + verb + "' on line " + std::to_string(lines.size() + 1));
         lines.push_back(l);
     }
     for (size_t i = 0; i < lines.size(); ++i) {

@@ -1,8 +1,10 @@
 // The scripted driver of the test flavour of the program (never in the shipped one): it
 // reads a script named by the environment variable MIROVANTA_DRIVER and runs it after the
-// start, with pending events running between steps.
+// start, with pending events running between steps. A script with a word not listed
+// here is refused whole, and so is a wait that outlasts its deadline: the run then ends
+// with exit code 3 and a line "driver: ..." on the standard error.
 //
-//   wait MS           run pending events for MS milliseconds
+//   wait MS           run pending events for MS milliseconds (10 minutes at most)
 //   click N           toolbar button N
 //   key CODE SHIFT    a key reaching the main window
 //   keepwindows       the windows stay on screen during grabs (GardeFenetres 1)
@@ -10,7 +12,7 @@
 //   saveall EXT       saves every capture again in the save folder as EXT (jpg gif png bmp)
 //   savefolder PATH   the save folder setting
 //   marks FILE        append the saved mark of each capture (0 or 1, in order) to FILE
-//   waitfile PATH     run pending events until PATH (a Windows path) exists
+//   waitfile PATH     run pending events until PATH (a Windows path) exists, 120 s at most
 //   repeat N ... end  the lines between, N times (no nesting)
 //   gui FILE          append the process's GDI and USER object counts to FILE
 //   mark FILE TEXT    append TEXT to FILE (a sign for the check that drives the run)

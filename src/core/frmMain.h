@@ -153,6 +153,9 @@ public:
     // ---- hotkeys
     void Timerclav_Timer();
 
+    // The narrowest the window gets: the width of 24 toolbar buttons.
+    float LargeurMin() const { return 24 * bouton[0].Width(); }
+
     // Temporary file name of capture number n ("Captprov_" + TagHeure + "00").
     std::wstring NomFichierProv(int16_t n) const;
 
@@ -167,6 +170,9 @@ private:
     void MajDefilement();
     void MajTitreListe();
     void PlaceToolbar();
+    // The press flash: buttons that show a state keep their look, the others are let go.
+    static bool GardeEnfonce(int Index);
+    void RelacherBoutons();
     int16_t BoutonSurvole = 0;
     bool SurvolActif = false;
     double PosLabDeb = 0;

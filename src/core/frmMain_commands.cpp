@@ -79,10 +79,8 @@ void frmMain::GestCommande(int Index, bool parClavier) {
     // Any run-time error abandons the command silently, in the state reached.
     try {
         Timbouton.SetEnabled(true);
-        for (int i = 0; i <= 18; ++i)
-            if (i != kCmdMulti && i != kCmdRafraichirTim && i != kCmdListe)
-                bouton[i].SetBorderStyle(ui::kBorderNone);
-        if (Index != kCmdMulti && Index != kCmdRafraichirTim && Index != kCmdListe && Index < 19)
+        RelacherBoutons();
+        if (!GardeEnfonce(Index) && Index < kCmdZoneDouble)
             bouton[Index].SetBorderStyle(ui::kBorderFixedSingle);
         labdeb.SetVisible(false);
         app.ParClavier = parClavier;
@@ -207,10 +205,19 @@ void frmMain::GestCommande(int Index, bool parClavier) {
     } catch (const rt::RuntimeError&) {}
 }
 
+bool frmMain::GardeEnfonce(int Index) {
+    // Multi-selection, the periodic capture and the list keep their pressed look: it shows
+    // their state, and the press flash leaves them alone.
+    return Index == kCmdMulti || Index == kCmdRafraichirTim || Index == kCmdListe;
+}
+
+void frmMain::RelacherBoutons() {
+    for (int i = 0; i <= kCmdAPropos; ++i)
+        if (!GardeEnfonce(i)) bouton[i].SetBorderStyle(ui::kBorderNone);
+}
+
 void frmMain::Timbouton_Timer() {
-    for (int i = 0; i <= 18; ++i)
-        if (i != kCmdMulti && i != kCmdRafraichirTim && i != kCmdListe)
-            bouton[i].SetBorderStyle(ui::kBorderNone);
+    RelacherBoutons();
     Timbouton.SetEnabled(false);
 }
 
@@ -221,11 +228,11 @@ void frmMain::Attente(float Secondes) {
 }
 
 void frmMain::Form_KeyDown(int16_t KeyCode, int16_t Shift) {
-    if (!app.FichierEdite.empty() && KeyCode == 116) {
+    if (!app.FichierEdite.empty() && KeyCode == ui::kKeyF5) {
         RafraichirEditeur(app);
-    } else if (KeyCode == 46) {
+    } else if (KeyCode == ui::kKeyDelete) {
         bouton_Click(kCmdSupprimer);
-    } else if (KeyCode == 81 && Shift == 2) {
+    } else if (KeyCode == ui::kKeyQ && Shift == ui::kCtrlMask) {
         quitprog();
     }
 }
@@ -292,7 +299,7 @@ void frmMain::mnuoptions_Click() {
 }
 
 void frmMain::MnuRaff_Click() {
-    Form_KeyDown(116, 0);
+    Form_KeyDown(ui::kKeyF5, 0);
 }
 
 } // namespace mv

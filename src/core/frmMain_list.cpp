@@ -113,7 +113,7 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
             app.tab.Horodatage[n] = CalcHorodatage(rt::DateText(now, shell.ShortDatePattern()),
                                                    rt::TimeText(now, shell.TimePattern()));
             app.tab.HautFenV[n] = rt::I16(app.tab.HautV[n] + 1800);
-            const float largeurMin = bouton[0].Width() * 24;
+            const float largeurMin = LargeurMin();
             app.tab.LargFenV[n] =
                 rt::CInt(largeurMin < app.LargCapt ? app.LargCapt + 210 : largeurMin);
             app.tab.DimV[n] = Labtaille.Caption();
@@ -131,7 +131,7 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
         auto& dernier = L.Gimage1[app.NbVignettes];
         L.Frame1.SetHeight(dernier.Height() + dernier.Top() + 400);
     } catch (const rt::RuntimeError& e) {
-        app.MsgBox(std::to_wstring(e.number) + L" " + e.text);
+        app.MsgErreur(e);
     }
 }
 
@@ -176,7 +176,7 @@ void frmMain::SuppVignette(int16_t Numero) {
             ImgTTscreen.SetVisible(false);
             if (WindowState() == ui::kNormal && !app.ModeReduit) {
                 SetHeight(1430);
-                SetWidth(24 * bouton[0].Width());
+                SetWidth(LargeurMin());
                 SetLeft(app.Screen().WidthTwips() - Width());
                 SetTop(0);
             }
@@ -245,7 +245,7 @@ void frmMain::SuppVignette(int16_t Numero) {
         MajDefilement();
         MajTitreListe();
     } catch (const rt::RuntimeError& e) {
-        app.MsgBox(L"Suppression/Delete " + std::to_wstring(e.number) + L" " + e.text);
+        app.MsgErreur(e, L"Suppression/Delete ");
     }
 }
 

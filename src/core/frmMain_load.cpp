@@ -218,7 +218,7 @@ void frmMain::Form_Load() {
         app.be.GetTray().Add(Handle(), app.Lang(104));
         app.tip->ShowTip();
     } catch (const rt::RuntimeError& e) {
-        app.MsgBox(std::to_wstring(e.number) + L" " + e.text);
+        app.MsgErreur(e);
     }
 }
 
@@ -284,7 +284,7 @@ void frmMain::Form_Activate() {
 }
 
 void frmMain::PosDimRedMain() {
-    const float largeurMin = 24 * bouton[0].Width();
+    const float largeurMin = LargeurMin();
     const float haut = app.HautCapt + 1430;
     const float larg = largeurMin < Picture2.Width() ? Picture2.Width() + 180 : largeurMin;
     if (WindowState() == ui::kNormal && !app.ModeReduit) {
@@ -300,7 +300,7 @@ void frmMain::PosDimRedMain() {
 
 void frmMain::Agrandred() {
     if (app.NbVignettes <= 0 || app.VignetteCourante <= 0) return;
-    const float largeurMin = 24 * bouton[0].Width();
+    const float largeurMin = LargeurMin();
     if (!app.ModeReduit) {
         if (Picture2.Visible()) {
             Picture2.SetVisible(false);

@@ -11,7 +11,7 @@ constexpr double kFacteursZoom[] = {0.25, 0.5, 0.75, 1.0, 2.0};
 
 void frmMain::MefImageF(int16_t Mode) {
     const auto ecran = app.Screen();
-    const float largeurMin = 24 * bouton[0].Width();
+    const float largeurMin = LargeurMin();
     SetWindowState(ui::kNormal);
     for (ui::Menu* m : {&mnufichier, &mnuedition, &mnuoutils, &mnuHelp}) m->SetVisible(true);
     if (Mode == 0) {
@@ -63,7 +63,7 @@ void frmMain::mnuzoomX_Click(int16_t Index) {
     mnuzoomX[Index].SetChecked(true);
     const double facteur = Index >= 0 && Index <= 4 ? kFacteursZoom[Index] : 0;
     const auto ecran = app.Screen();
-    const float largeurMin = 24 * bouton[0].Width();
+    const float largeurMin = LargeurMin();
 
     auto zoomer = [&](ui::PictureBox& vue) {
         if (facteur != 1.0) {

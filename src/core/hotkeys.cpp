@@ -6,29 +6,25 @@
 
 namespace mv {
 
-namespace {
-constexpr int kVkControl = 17;
-}
-
 void frmMain::Timerclav_Timer() {
     auto& clavier = app.be.GetKeyboard();
     wchar_t touche = L' ';
     // Control with a letter or a main-row digit; the last match in the walk wins.
     for (int vk = 'A'; vk <= 'Z'; ++vk) {
         const int16_t t = clavier.GetAsyncKeyState(vk);
-        const int16_t c = clavier.GetAsyncKeyState(kVkControl);
+        const int16_t c = clavier.GetAsyncKeyState(ui::kKeyControl);
         if ((t & c) != 0) touche = wchar_t(vk);
     }
     for (int vk = '1'; vk <= '9'; ++vk) {
         const int16_t t = clavier.GetAsyncKeyState(vk);
-        const int16_t c = clavier.GetAsyncKeyState(kVkControl);
+        const int16_t c = clavier.GetAsyncKeyState(ui::kKeyControl);
         if ((t & c) != 0) touche = wchar_t(vk);
     }
     // Keypad digits fire alone, a press since the previous tick included.
-    for (int vk = 97; vk <= 105; ++vk)
-        if (clavier.GetAsyncKeyState(vk) != 0) touche = wchar_t(vk - 48);
+    for (int vk = ui::kKeyNumpad1; vk <= ui::kKeyNumpad9; ++vk)
+        if (clavier.GetAsyncKeyState(vk) != 0) touche = wchar_t(vk - ui::kKeyNumpad1 + '1');
     app.ParClavier = true;
-    clavier.GetAsyncKeyState(kVkControl);
+    clavier.GetAsyncKeyState(ui::kKeyControl);
 
     const Params& p = app.params;
     if (touche != p.ToucheZone && touche != p.ToucheMemeZone && touche != p.ToucheEcran &&

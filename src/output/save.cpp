@@ -26,7 +26,7 @@ void EnregVign(App& app, int16_t Numero, ui::PictureBox& Image) {
         app.CheminTemp = app.DossierTemp + L"\\" + app.main->NomFichierProv(Numero);
         gdi::SaveBmp(Image.Image(), app.CheminTemp);
     } catch (const rt::RuntimeError& e) {
-        app.MsgBox(L"Save/Sauver " + std::to_wstring(e.number) + L" " + e.text, ui::kCritical);
+        app.MsgErreur(e, L"Save/Sauver ", ui::kCritical);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "app/app.h"
 #include "browser/Flistimages.h"
 #include "capture/capture.h"
+#include "core/commands.h"
 #include "core/frmMain.h"
 #include "core/small_forms.h"
 #include "language/frmTip.h"

@@ -21,7 +21,7 @@ protected:
 TEST_F(CaptureListTest, HundredthCaptureIsKeptTheNextRefusedAndNumbersGrowToThreeDigits) {
     SetScreen(64, 120, gdi::Rgb(10, 20, 30));
     Start();
-    for (int i = 1; i <= 100; ++i) be.Click(main->bouton[1]);
+    for (int i = 1; i <= 100; ++i) be.Click(main->bouton[mv::kCmdEcran]);
     ASSERT_EQ(app->NbVignettes, 100);
     EXPECT_EQ(app->NumCapt, 100);
     EXPECT_TRUE(be.boxes.empty());
@@ -32,7 +32,7 @@ TEST_F(CaptureListTest, HundredthCaptureIsKeptTheNextRefusedAndNumbersGrowToThre
     EXPECT_EQ(TempFolderFiles().size(), 100u);
 
     be.clipboard.Clear();
-    be.Click(main->bouton[1]);
+    be.Click(main->bouton[mv::kCmdEcran]);
     EXPECT_EQ(BoxesWith(Entry(110)), 1);
     EXPECT_EQ(be.boxes.back().style, 0);
     EXPECT_EQ(app->NbVignettes, 100);
@@ -44,9 +44,9 @@ TEST_F(CaptureListTest, HundredthCaptureIsKeptTheNextRefusedAndNumbersGrowToThre
     EXPECT_TRUE(be.clipboard.hasImage); // the copy is still made
 
     // A deleted number is never given again.
-    ClickButton(9);
+    ClickButton(mv::kCmdSupprimer);
     ASSERT_EQ(app->NbVignettes, 99);
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 100);
     EXPECT_EQ(app->NumCapt, 101);
     EXPECT_EQ(app->tab.FichierV[100], L"Captprov_" + app->TagHeure + L"101.bmp");
@@ -63,9 +63,9 @@ TEST_F(CaptureListTest, DeletingRowThreeOfFiveMovesEverythingButTheStamps) {
         const ui::Rect& r = fenetres[n - 1];
         if (r.right != 0) {
             SetForeground(r);
-            ClickButton(2);
+            ClickButton(mv::kCmdFenetre);
         } else {
-            ClickButton(1);
+            ClickButton(mv::kCmdEcran);
         }
         ASSERT_EQ(app->NbVignettes, n);
         be.RunFor(2000);
@@ -91,7 +91,7 @@ TEST_F(CaptureListTest, DeletingRowThreeOfFiveMovesEverythingButTheStamps) {
     const std::wstring fichier3 = TempFile(3);
 
     app->VignetteCourante = 3; // the user picked row 3
-    ClickButton(9);
+    ClickButton(mv::kCmdSupprimer);
     ASSERT_EQ(app->NbVignettes, 4);
     EXPECT_TRUE(be.boxes.empty());
     EXPECT_EQ(app->VignetteCourante, 0);
@@ -139,13 +139,13 @@ TEST_F(CaptureListTest, DeletingRowThreeOfFiveMovesEverythingButTheStamps) {
 
 TEST_F(CaptureListTest, DeletingNothingStillRedoesTheMarksAndCaptions) {
     Start();
-    ClickButton(9); // empty list, no current capture
+    ClickButton(mv::kCmdSupprimer); // empty list, no current capture
     EXPECT_TRUE(be.boxes.empty());
     EXPECT_EQ(main->Caption(), Entry(111) + L"0" + Entry(113));
 
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     be.RunFor(1000);
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->VignetteCourante, 2);
     ASSERT_EQ(list->Image1[2].BorderStyle(), 1);
     list->Lbldim[2].SetCaption(L"07 zz");
@@ -159,7 +159,7 @@ TEST_F(CaptureListTest, DeletingNothingStillRedoesTheMarksAndCaptions) {
     EXPECT_EQ(list->Lbldim[2].Caption(), L"02 zz");
     EXPECT_EQ(main->Caption(), Entry(111) + L"2" + Entry(112));
 
-    ClickButton(9); // no current capture: the same, through the command
+    ClickButton(mv::kCmdSupprimer); // no current capture: the same, through the command
     EXPECT_EQ(app->NbVignettes, 2);
     EXPECT_EQ(TempFolderFiles().size(), 2u);
     EXPECT_TRUE(be.boxes.empty());
@@ -170,7 +170,7 @@ TEST_F(CaptureListTest, DeletingTheTickedCapturesKeepsTheOthersInOrder) {
     std::wstring fichiers[5];
     for (int n = 1; n <= 4; ++n) {
         be.desktop.screen.Fill(gdi::Rgb(60 * n, 0, 0));
-        ClickButton(1);
+        ClickButton(mv::kCmdEcran);
         fichiers[n] = app->tab.FichierV[n];
     }
     be.Click(list->Chkmail[1]);
@@ -190,10 +190,10 @@ TEST_F(CaptureListTest, DeletingTheTickedCapturesKeepsTheOthersInOrder) {
 
 TEST_F(CaptureListTest, DeletingTheOnlyRowHidesTheList) {
     Start();
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     ASSERT_TRUE(list->Visible());
     const std::wstring fichier = TempFile(1);
-    ClickButton(9);
+    ClickButton(mv::kCmdSupprimer);
     EXPECT_TRUE(be.boxes.empty());
     EXPECT_EQ(app->NbVignettes, 0);
     EXPECT_FALSE(list->Visible());
@@ -207,15 +207,15 @@ TEST_F(CaptureListTest, DeletingTheOnlyRowHidesTheList) {
 
 TEST_F(CaptureListTest, ClearingAllAsksAndCancelKeepsEverything) {
     Start();
-    ClickButton(10); // empty: no question
+    ClickButton(mv::kCmdSupprimerTout); // empty: no question
     EXPECT_TRUE(be.boxes.empty());
 
-    for (int i = 0; i < 3; ++i) ClickButton(1);
+    for (int i = 0; i < 3; ++i) ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 3);
     const std::wstring titre = main->Caption();
 
     be.answers.push_back(ui::kCancel);
-    ClickButton(10);
+    ClickButton(mv::kCmdSupprimerTout);
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].prompt, Entry(91));
     EXPECT_EQ(be.boxes[0].style, ui::kOkCancel | ui::kQuestion);
@@ -224,7 +224,7 @@ TEST_F(CaptureListTest, ClearingAllAsksAndCancelKeepsEverything) {
     EXPECT_TRUE(list->Visible());
     EXPECT_TRUE(list->Image1.Exists(3));
     EXPECT_EQ(main->Caption(), titre);
-    EXPECT_EQ(main->bouton[17].BorderStyle(), 1);
+    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 1);
 
     // The periodic engine clears without asking and keeps the caption and reduced mode.
     app->ModeReduit = true;
@@ -236,11 +236,11 @@ TEST_F(CaptureListTest, ClearingAllAsksAndCancelKeepsEverything) {
     EXPECT_TRUE(app->ModeReduit);
     app->ModeReduit = false;
 
-    ClickButton(1);
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
+    ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 2);
     app->ModeReduit = true;
-    ClickButton(10); // OK
+    ClickButton(mv::kCmdSupprimerTout); // OK
     EXPECT_EQ(be.boxes.size(), 2u);
     EXPECT_EQ(app->NbVignettes, 0);
     EXPECT_TRUE(TempFolderFiles().empty());
@@ -250,27 +250,27 @@ TEST_F(CaptureListTest, ClearingAllAsksAndCancelKeepsEverything) {
     EXPECT_FLOAT_EQ(list->Width(), 3500);
     EXPECT_FLOAT_EQ(list->Height(), 2000);
     EXPECT_EQ(main->Caption(), Entry(123));
-    EXPECT_EQ(main->bouton[17].BorderStyle(), 0);
+    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 0);
     EXPECT_FALSE(app->ModeReduit);
     EXPECT_FALSE(main->Picture2.Visible());
     EXPECT_FALSE(main->ImgTTscreen.Visible());
 
     // Numbers go on from where they were.
     EXPECT_EQ(app->NumCapt, 5);
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     EXPECT_TRUE(EndsWith(app->tab.FichierV[1], L"06.bmp"));
 }
 
 TEST_F(CaptureListTest, SameCaptureAgainFollowsTheKindOfTheLastCapture) {
     Start();
     main->TimPeriod.SetEnabled(true);
-    ClickButton(12); // nothing to repeat yet
+    ClickButton(mv::kCmdRafraichir); // nothing to repeat yet
     EXPECT_EQ(BoxesWith(Entry(58)), 1);
     EXPECT_FALSE(main->TimPeriod.Enabled());
     EXPECT_EQ(app->NbVignettes, 0);
 
-    ClickButton(1);
-    ClickButton(12); // a new whole-screen row, no zone asked for
+    ClickButton(mv::kCmdEcran);
+    ClickButton(mv::kCmdRafraichir); // a new whole-screen row, no zone asked for
     ASSERT_EQ(app->NbVignettes, 2);
     EXPECT_EQ(app->tab.TypeV[2], L"e");
     EXPECT_EQ(list->Lbldim[2].Caption(), L"02 " + Entry(109));
@@ -278,8 +278,8 @@ TEST_F(CaptureListTest, SameCaptureAgainFollowsTheKindOfTheLastCapture) {
     EXPECT_EQ(BoxesWith(Entry(58)), 1);
 
     SetForeground({10, 10, 60, 40});
-    ClickButton(2);
-    ClickButton(12);
+    ClickButton(mv::kCmdFenetre);
+    ClickButton(mv::kCmdRafraichir);
     ASSERT_EQ(app->NbVignettes, 4);
     EXPECT_EQ(app->tab.TypeV[4], L"f");
     EXPECT_EQ(list->Lbldim[4].Caption(), L"04/  50 x 30");
@@ -288,13 +288,13 @@ TEST_F(CaptureListTest, SameCaptureAgainFollowsTheKindOfTheLastCapture) {
     // capture, then a zone started and left: the last row is no zone to repeat.
     app->HautPic1 = 1800;
     app->LargPic1 = 2400;
-    ClickButton(1);
-    ClickButton(0);
+    ClickButton(mv::kCmdEcran);
+    ClickButton(mv::kCmdZone);
     app->full->Hide();
     main->Show();
     ASSERT_EQ(app->TypeCapt, L"z");
     main->TimPeriod.SetEnabled(true);
-    ClickButton(12);
+    ClickButton(mv::kCmdRafraichir);
     EXPECT_EQ(BoxesWith(Entry(58)), 2);
     EXPECT_FALSE(main->TimPeriod.Enabled());
     EXPECT_EQ(app->NbVignettes, 5);
@@ -323,7 +323,7 @@ TEST_F(CaptureListTest, SameZoneAgainIsCutFromAFreshGrabOnePixelInside) {
     for (int y = 0; y < 120; ++y)
         for (int x = 0; x < 160; ++x)
             be.desktop.screen.At(x, y) = gdi::Rgb(x, y, (x * 5 + y) & 255);
-    ClickButton(12);
+    ClickButton(mv::kCmdRafraichir);
     ASSERT_EQ(app->NbVignettes, 2);
     EXPECT_EQ(app->tab.TypeV[2], L"z");
     EXPECT_EQ(app->tab.DimV[2], L"40 x 30");
@@ -333,7 +333,7 @@ TEST_F(CaptureListTest, SameZoneAgainIsCutFromAFreshGrabOnePixelInside) {
     EXPECT_TRUE(main->Picture2S.Picture() == attendu);
     EXPECT_TRUE(be.clipboard.image == attendu);
     EXPECT_FALSE(main->Mnumulti.Checked());
-    EXPECT_EQ(main->bouton[8].BorderStyle(), 0);
+    EXPECT_EQ(main->bouton[mv::kCmdMulti].BorderStyle(), 0);
     EXPECT_TRUE(main->Picture2.Visible());
     EXPECT_FALSE(main->Picture1.Visible());
     EXPECT_FALSE(main->ImgTTscreen.Visible());

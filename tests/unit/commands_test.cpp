@@ -21,17 +21,17 @@ protected:
 
 TEST_F(CommandsTest, DoubleHeightZoneNeedsOneZoneCommandEachTime) {
     Start();
-    ClickButton(19);
+    ClickButton(mv::kCmdZoneDouble);
     EXPECT_EQ(BoxesWith(Entry(265)), 1);
     EXPECT_EQ(be.boxes.back().style, ui::kInformation);
     EXPECT_FALSE(app->full->Visible());
     EXPECT_FALSE(app->RetourPossible);
     EXPECT_TRUE(main->Visible());
-    EXPECT_EQ(main->bouton[19].BorderStyle(), 0); // no press look for 19
+    EXPECT_EQ(main->bouton[mv::kCmdZoneDouble].BorderStyle(), 0); // no press look for 19
 
     // Command 0 hides the windows, waits 0.4 s, then opens the overlay.
     int64_t t0 = be.nowMs;
-    be.Click(main->bouton[0]);
+    be.Click(main->bouton[mv::kCmdZone]);
     EXPECT_GE(be.nowMs - t0, 400);
     EXPECT_LT(be.nowMs - t0, 420);
     EXPECT_EQ(app->ZoneAmorcee, 1);
@@ -41,20 +41,20 @@ TEST_F(CommandsTest, DoubleHeightZoneNeedsOneZoneCommandEachTime) {
     EXPECT_TRUE(app->RetourPossible);
     LeaveOverlay();
 
-    ClickButton(19);
+    ClickButton(mv::kCmdZoneDouble);
     EXPECT_EQ(BoxesWith(Entry(265)), 1);
     EXPECT_EQ(app->ZoneAmorcee, 0);
     EXPECT_TRUE(app->full->Visible());
     LeaveOverlay();
 
-    ClickButton(19);
+    ClickButton(mv::kCmdZoneDouble);
     EXPECT_EQ(BoxesWith(Entry(265)), 2);
     EXPECT_FALSE(app->full->Visible());
 
     // Keeping the windows: no hide and no wait before the overlay.
     app->params.GardeFenetres = 1;
     t0 = be.nowMs;
-    be.Click(main->bouton[0]);
+    be.Click(main->bouton[mv::kCmdZone]);
     EXPECT_LT(be.nowMs - t0, 20);
     EXPECT_TRUE(main->Visible());
     EXPECT_TRUE(app->full->Visible());
@@ -62,23 +62,23 @@ TEST_F(CommandsTest, DoubleHeightZoneNeedsOneZoneCommandEachTime) {
 
 TEST_F(CommandsTest, BackToTheLastZoneOnlyAfterTheOverlayWasOpened) {
     Start();
-    ClickButton(11);
+    ClickButton(mv::kCmdAnnuler);
     EXPECT_FALSE(app->full->Visible());
     EXPECT_FALSE(app->RetourZone);
     EXPECT_EQ(app->TypeCapt, L"");
 
-    ClickButton(1); // a whole-screen capture does not open the overlay
+    ClickButton(mv::kCmdEcran); // a whole-screen capture does not open the overlay
     ASSERT_EQ(app->NbVignettes, 1);
-    ClickButton(11);
+    ClickButton(mv::kCmdAnnuler);
     EXPECT_FALSE(app->full->Visible());
     EXPECT_FALSE(app->RetourZone);
     EXPECT_EQ(app->TypeCapt, L"e");
 
-    ClickButton(0);
+    ClickButton(mv::kCmdZone);
     LeaveOverlay();
     EXPECT_FALSE(app->RetourZone);
     const int64_t t0 = be.nowMs;
-    be.Click(main->bouton[11]);
+    be.Click(main->bouton[mv::kCmdAnnuler]);
     EXPECT_LT(be.nowMs - t0, 20); // the frozen screen is reused: no hide, no wait
     EXPECT_TRUE(app->full->Visible());
     EXPECT_TRUE(main->Visible());
@@ -89,66 +89,66 @@ TEST_F(CommandsTest, BackToTheLastZoneOnlyAfterTheOverlayWasOpened) {
 
 TEST_F(CommandsTest, ThumbnailWindowButtonActsOnlyOnAList) {
     Start();
-    ClickButton(17);
-    EXPECT_EQ(main->bouton[17].BorderStyle(), 0);
+    ClickButton(mv::kCmdListe);
+    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 0);
     EXPECT_EQ(list->WindowState(), ui::kNormal);
     EXPECT_FALSE(list->Visible());
 
-    ClickButton(1);
-    EXPECT_EQ(main->bouton[17].BorderStyle(), 1);
-    ClickButton(17);
+    ClickButton(mv::kCmdEcran);
+    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 1);
+    ClickButton(mv::kCmdListe);
     EXPECT_EQ(list->WindowState(), ui::kMinimized);
-    EXPECT_EQ(main->bouton[17].BorderStyle(), 0);
-    ClickButton(17);
+    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 0);
+    ClickButton(mv::kCmdListe);
     EXPECT_EQ(list->WindowState(), ui::kNormal);
-    EXPECT_EQ(main->bouton[17].BorderStyle(), 1);
+    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 1);
 
     // Emptied by the periodic engine, the list keeps the framed button; 17 leaves it be.
     main->Supprimertout(false);
     ASSERT_EQ(app->NbVignettes, 0);
-    ClickButton(17);
-    EXPECT_EQ(main->bouton[17].BorderStyle(), 1);
+    ClickButton(mv::kCmdListe);
+    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 1);
     EXPECT_EQ(list->WindowState(), ui::kNormal);
 }
 
 TEST_F(CommandsTest, PressFlashLasts200msAndSparesTheModeButtons) {
     Start();
-    ClickButton(8); // multi-selection on: its button stays framed
+    ClickButton(mv::kCmdMulti); // multi-selection on: its button stays framed
     ASSERT_TRUE(main->Mnumulti.Checked());
-    ASSERT_EQ(main->bouton[8].BorderStyle(), 1);
-    main->bouton[13].SetBorderStyle(1); // as the periodic mode leaves it
-    ClickButton(1);                     // the first capture frames 17
+    ASSERT_EQ(main->bouton[mv::kCmdMulti].BorderStyle(), 1);
+    main->bouton[mv::kCmdRafraichirTim].SetBorderStyle(1); // as the periodic mode leaves it
+    ClickButton(mv::kCmdEcran);                            // the first capture frames 17
     be.RunFor(300);
 
-    be.Click(main->bouton[3]);
+    be.Click(main->bouton[mv::kCmdCopier]);
     for (int i = 0; i <= 19; ++i) {
         const int expected = (i == 3 || i == 8 || i == 13 || i == 17) ? 1 : 0;
         EXPECT_EQ(main->bouton[i].BorderStyle(), expected) << "button " << i;
     }
     be.RunFor(150);
-    be.Click(main->bouton[6]); // the next command moves the flash
-    EXPECT_EQ(main->bouton[3].BorderStyle(), 0);
-    EXPECT_EQ(main->bouton[6].BorderStyle(), 1);
+    be.Click(main->bouton[mv::kCmdImprimer]); // the next command moves the flash
+    EXPECT_EQ(main->bouton[mv::kCmdCopier].BorderStyle(), 0);
+    EXPECT_EQ(main->bouton[mv::kCmdImprimer].BorderStyle(), 1);
     be.RunFor(45);
-    EXPECT_EQ(main->bouton[6].BorderStyle(), 1);
+    EXPECT_EQ(main->bouton[mv::kCmdImprimer].BorderStyle(), 1);
     be.RunFor(10);
-    EXPECT_EQ(main->bouton[6].BorderStyle(), 0);
+    EXPECT_EQ(main->bouton[mv::kCmdImprimer].BorderStyle(), 0);
     EXPECT_FALSE(main->Timbouton.Enabled());
-    EXPECT_EQ(main->bouton[8].BorderStyle(), 1);
-    EXPECT_EQ(main->bouton[13].BorderStyle(), 1);
-    EXPECT_EQ(main->bouton[17].BorderStyle(), 1);
+    EXPECT_EQ(main->bouton[mv::kCmdMulti].BorderStyle(), 1);
+    EXPECT_EQ(main->bouton[mv::kCmdRafraichirTim].BorderStyle(), 1);
+    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 1);
 }
 
 TEST_F(CommandsTest, DeleteKeyDeletesTheCurrentCaptureAndOnlyControlQQuits) {
     Start();
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     be.RunFor(1000);
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 2);
     const std::wstring second = TempFile(2);
     ASSERT_TRUE(rt::FileExists(second));
 
-    be.KeyDown(*main, 46, 0);
+    be.KeyDown(*main, ui::kKeyDelete, 0);
     EXPECT_EQ(app->NbVignettes, 1);
     EXPECT_FALSE(rt::FileExists(second));
     EXPECT_TRUE(rt::FileExists(TempFile(1)));
@@ -156,17 +156,17 @@ TEST_F(CommandsTest, DeleteKeyDeletesTheCurrentCaptureAndOnlyControlQQuits) {
 
     // Q alone, Shift+Q, Alt+Q, and F5 with no file out for editing: nothing.
     const size_t boxes = be.boxes.size();
-    be.KeyDown(*main, 81, 0);
-    be.KeyDown(*main, 81, ui::kShiftMask);
-    be.KeyDown(*main, 81, ui::kAltMask);
-    be.KeyDown(*main, 116, 0);
+    be.KeyDown(*main, ui::kKeyQ, 0);
+    be.KeyDown(*main, ui::kKeyQ, ui::kShiftMask);
+    be.KeyDown(*main, ui::kKeyQ, ui::kAltMask);
+    be.KeyDown(*main, ui::kKeyF5, 0);
     EXPECT_FALSE(be.ended);
     EXPECT_EQ(be.boxes.size(), boxes);
     EXPECT_EQ(app->NbVignettes, 1);
 
     // With an unsaved capture Control+Q asks first; Cancel keeps the program.
     be.answers.push_back(ui::kCancel);
-    be.KeyDown(*main, 81, ui::kCtrlMask);
+    be.KeyDown(*main, ui::kKeyQ, ui::kCtrlMask);
     EXPECT_FALSE(be.ended);
     ASSERT_EQ(be.boxes.size(), boxes + 1);
     EXPECT_EQ(be.boxes.back().prompt, Entry(115));
@@ -175,7 +175,7 @@ TEST_F(CommandsTest, DeleteKeyDeletesTheCurrentCaptureAndOnlyControlQQuits) {
     EXPECT_TRUE(rt::FileExists(TempFile(1)));
 
     be.answers.push_back(ui::kNo);
-    EXPECT_THROW(be.KeyDown(*main, 81, ui::kCtrlMask), headless::ProgramEnded);
+    EXPECT_THROW(be.KeyDown(*main, ui::kKeyQ, ui::kCtrlMask), headless::ProgramEnded);
     EXPECT_TRUE(be.ended);
     EXPECT_EQ(be.fatalNumber, 0);
     EXPECT_FALSE(rt::DirExists(app->DossierTemp));
@@ -183,12 +183,12 @@ TEST_F(CommandsTest, DeleteKeyDeletesTheCurrentCaptureAndOnlyControlQQuits) {
 
 TEST_F(CommandsTest, ControlQWithNoCaptureEndsWithoutAQuestion) {
     Start();
-    ClickButton(1);
-    be.KeyDown(*main, 46, 0);
+    ClickButton(mv::kCmdEcran);
+    be.KeyDown(*main, ui::kKeyDelete, 0);
     ASSERT_EQ(app->NbVignettes, 0);
     ASSERT_TRUE(rt::DirExists(app->DossierTemp));
     const size_t boxes = be.boxes.size();
-    EXPECT_THROW(be.KeyDown(*main, 81, ui::kCtrlMask), headless::ProgramEnded);
+    EXPECT_THROW(be.KeyDown(*main, ui::kKeyQ, ui::kCtrlMask), headless::ProgramEnded);
     EXPECT_EQ(be.boxes.size(), boxes);
     EXPECT_TRUE(be.ended);
     EXPECT_EQ(be.fatalNumber, 0);
@@ -216,22 +216,23 @@ TEST_F(CommandsTest, HoverHighlightsOneButtonAndPointsAtTheDoubleClick) {
         else
             EXPECT_EQ(bulle, Entry(39 + i)) << i;
     }
-    EXPECT_EQ(main->bouton[19].ToolTipText(), Entry(263));
+    EXPECT_EQ(main->bouton[mv::kCmdZoneDouble].ToolTipText(), Entry(263));
 
-    be.MouseMove(main->bouton[3], 100, 100);
+    be.MouseMove(main->bouton[mv::kCmdCopier], 100, 100);
     EXPECT_TRUE(highlighted(3));
     EXPECT_FALSE(main->LabDoubleClick.Visible());
 
-    be.MouseMove(main->bouton[5], 100, 100);
+    be.MouseMove(main->bouton[mv::kCmdEnregistrerTout], 100, 100);
     EXPECT_TRUE(highlighted(5));
     auto& lab = main->LabDoubleClick;
     EXPECT_TRUE(lab.Visible());
     EXPECT_FLOAT_EQ(lab.Left(), main->Width() - lab.Width() - 300);
     EXPECT_FLOAT_EQ(lab.Top(), main->bouton[5].Top() + main->bouton[5].Height() + 50);
 
-    be.MouseMove(main->bouton[5], 120, 100); // staying on the button keeps it lit
+    be.MouseMove(main->bouton[mv::kCmdEnregistrerTout], 120,
+                 100); // staying on the button keeps it lit
     EXPECT_TRUE(highlighted(5));
-    be.MouseMove(main->bouton[5], 140, 100);
+    be.MouseMove(main->bouton[mv::kCmdEnregistrerTout], 140, 100);
     EXPECT_TRUE(highlighted(5));
 
     // The decoration strip only hides the hint; the last highlight stays.
@@ -239,18 +240,18 @@ TEST_F(CommandsTest, HoverHighlightsOneButtonAndPointsAtTheDoubleClick) {
     EXPECT_FALSE(lab.Visible());
     EXPECT_TRUE(highlighted(5));
 
-    be.MouseMove(main->bouton[6], 100, 100);
+    be.MouseMove(main->bouton[mv::kCmdImprimer], 100, 100);
     EXPECT_TRUE(highlighted(6));
     EXPECT_FALSE(lab.Visible());
 
     // A double click on button 5 shows the save folder; on another, nothing.
-    be.Click(main->bouton[5]);
-    be.DblClick(main->bouton[5]);
+    be.Click(main->bouton[mv::kCmdEnregistrerTout]);
+    be.DblClick(main->bouton[mv::kCmdEnregistrerTout]);
     ASSERT_EQ(be.dialogs.size(), 1u);
     EXPECT_EQ(be.dialogs[0].kind, ui::FileDialogKind::Open);
     EXPECT_EQ(be.dialogs[0].initDir, rt::RTrim(app->params.DossierEnreg));
     EXPECT_EQ(be.dialogs[0].title, Entry(240));
-    be.DblClick(main->bouton[4]);
+    be.DblClick(main->bouton[mv::kCmdEnregistrer]);
     EXPECT_EQ(be.dialogs.size(), 1u);
 }
 
@@ -272,7 +273,7 @@ TEST_F(CommandsTest, MenusEnableTheirEntriesWhenTheyOpenAndForwardWithoutHotkey)
     EXPECT_TRUE(all(edition, false));
     EXPECT_TRUE(main->mnuttscreen.Enabled());
 
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     EXPECT_TRUE(all(fichier, false)); // nothing but the opening changes them
     EXPECT_TRUE(all(edition, false));
     be.Click(main->mnufichier);
@@ -295,7 +296,7 @@ TEST_F(CommandsTest, RunTimeErrorIsSilentInACommandAndFatalInATimer) {
     Start();
     // A rectangle the grab cannot size abandons the command where it stood, silently.
     SetForeground({50, 10, 40, 30});
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     EXPECT_FALSE(be.ended);
     EXPECT_TRUE(be.boxes.empty());
     EXPECT_EQ(app->NbVignettes, 0);

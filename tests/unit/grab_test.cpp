@@ -52,7 +52,7 @@ TEST_F(GrabTest, ToolbarGrabAtStartDrawsNoCursor) {
     be.cursor.images[be.cursor.handle] = Carre(4, kRouge);
     be.cursor.pos = {50, 40};
     Start();
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 1);
     EXPECT_TRUE(Saved(1) == be.desktop.screen);
 }
@@ -70,19 +70,19 @@ TEST_F(GrabTest, CursorIsStampedByHotkeyAtItsPlaceAndOtherwiseSixPixelsBack) {
 
     // Desktop by click: the hotkey timer's ticks set ParClavier again during the grab's
     // wait, so the click takes the hotkey road while the timer runs...
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 2);
     EXPECT_TRUE(SquareAt(Saved(2), 50, 40, kRouge));
     // ...and minus 6 when no tick comes between the click and the grab.
     main->Timerclav.SetEnabled(false);
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     main->Timerclav.SetEnabled(true);
     ASSERT_EQ(app->NbVignettes, 3);
     EXPECT_TRUE(SquareAt(Saved(3), 44, 34, kRouge));
 
     // Window, by click and by hotkey alike: minus the window's corner, minus 6.
     SetForeground({20, 10, 100, 90});
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     ASSERT_EQ(app->NbVignettes, 4);
     EXPECT_TRUE(SquareAt(Saved(4), 24, 24, kRouge));
     Hotkey(2);
@@ -97,9 +97,9 @@ TEST_F(GrabTest, HiddenCursorHandleIsNeverDrawn) {
     app->CurseurCapt = 65557;
     be.cursor.pos = {50, 40};
     Hotkey(1);
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     SetForeground({20, 10, 100, 90});
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     Hotkey(2);
     ASSERT_EQ(app->NbVignettes, 4);
     for (int row = 1; row <= 4; ++row) EXPECT_EQ(Count(Saved(row), kRouge), 0) << "row " << row;
@@ -107,7 +107,7 @@ TEST_F(GrabTest, HiddenCursorHandleIsNeverDrawn) {
 
 TEST_F(GrabTest, WindowsHideDuringTheWaitUnlessKeptAndTheWaitIsAlways300ms) {
     Start();
-    ClickButton(1); // the thumbnail window is up from now on
+    ClickButton(mv::kCmdEcran); // the thumbnail window is up from now on
     ASSERT_TRUE(list->Visible());
     const gdi::Pixel avant = gdi::Rgb(0, 200, 0);
     const gdi::Pixel apres = gdi::Rgb(200, 200, 0);
@@ -122,7 +122,7 @@ TEST_F(GrabTest, WindowsHideDuringTheWaitUnlessKeptAndTheWaitIsAlways300ms) {
         // The screen settles at 250 ms and changes again at 330 ms.
         be.Schedule(250, [&] { be.desktop.screen.Fill(avant); });
         be.Schedule(330, [&] { be.desktop.screen.Fill(apres); });
-        be.Click(main->bouton[1]);
+        be.Click(main->bouton[mv::kCmdEcran]);
         be.RunFor(100);
         const int row = app->NbVignettes;
         EXPECT_EQ(mainVu, garde == 1) << "GardeFenetres " << garde;
@@ -137,7 +137,7 @@ TEST_F(GrabTest, WindowsHideDuringTheWaitUnlessKeptAndTheWaitIsAlways300ms) {
 
 TEST_F(GrabTest, CopyGoesToTheClipboardWithItsLabelUnlessSwitchedOff) {
     Start();
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     EXPECT_TRUE(be.clipboard.hasImage);
     EXPECT_TRUE(be.clipboard.image == be.desktop.screen);
     EXPECT_TRUE(main->Labdeja2.Visible());
@@ -150,7 +150,7 @@ TEST_F(GrabTest, CopyGoesToTheClipboardWithItsLabelUnlessSwitchedOff) {
 
     const ui::Rect r{30, 20, 100, 70};
     SetForeground(r);
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     EXPECT_TRUE(main->Labdeja.Visible());
     EXPECT_TRUE(be.clipboard.image == ScreenPart(r));
     be.RunFor(1100);
@@ -158,7 +158,7 @@ TEST_F(GrabTest, CopyGoesToTheClipboardWithItsLabelUnlessSwitchedOff) {
     app->params.SansCopieAuto = L"1";
     be.clipboard.SetImage(gdi::Surface(4, 4, kRouge));
     const int clears = be.clipboard.clears;
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     EXPECT_EQ(app->NbVignettes, 3); // the capture itself is made
     EXPECT_GT(be.clipboard.clears, clears);
     EXPECT_FALSE(be.clipboard.hasImage);
@@ -176,7 +176,7 @@ TEST_F(GrabTest, WindowCaptureIsTheFrontWindowsAreaOfTheScreen) {
     const ui::Rect autre{5, 50, 45, 110};
     SetForeground(r);
     be.desktop.windows[0x2002] = autre;
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     ASSERT_EQ(app->NbVignettes, 1);
     EXPECT_EQ(app->TypeCapt, L"f");
     EXPECT_EQ(app->tab.TypeV[1], L"f");
@@ -188,22 +188,22 @@ TEST_F(GrabTest, WindowCaptureIsTheFrontWindowsAreaOfTheScreen) {
 
     // The window taken is the one in front once the wait is over.
     be.Schedule(150, [&] { be.desktop.foreground = 0x2002; });
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     ASSERT_EQ(app->NbVignettes, 2);
     EXPECT_TRUE(Saved(2) == ScreenPart(autre));
     EXPECT_EQ(list->Lbldim[2].Caption(), L"02/  40 x 60");
 
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     EXPECT_EQ(list->Lbldim[3].Caption(), L"03 " + Entry(109));
     for (int i = 0; i <= 4; ++i) EXPECT_EQ(main->mnuzoomX[i].Checked(), i == 2) << i;
 }
 
 TEST_F(GrabTest, FailedWindowGrabShowsTheNoticeAndLeavesTheList) {
     Start();
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 1);
     be.desktop.foreground = 0; // no window in front: the rectangle stays empty
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     EXPECT_EQ(BoxesWith(Entry(143)), 1);
     EXPECT_EQ(be.boxes.back().style, ui::kInformation);
     EXPECT_TRUE(app->EchecFen);
@@ -233,7 +233,7 @@ TEST_F(GrabTest, ThumbnailKeepsTheTemplatesLongerSide) {
     int n = 0;
     for (const Cas& c : cas) {
         SetForeground(c.r);
-        ClickButton(2);
+        ClickButton(mv::kCmdFenetre);
         ++n;
         ASSERT_EQ(app->NbVignettes, n);
         const auto& img = list->Image1[n];
@@ -251,13 +251,13 @@ TEST_F(GrabTest, ThumbnailsArePlacedInTheColumn) {
     SetScreen(320, 240, kFond);
     Start();
     SetForeground({0, 0, 80, 40});
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     ASSERT_EQ(app->NbVignettes, 1);
     EXPECT_FALSE(list->Vscroll1.Enabled());
     EXPECT_EQ(list->Labscroll.Caption(), L"");
     // 840 + 725 * 1.7 + 800, below the ceiling of 3600 - 500.
     EXPECT_FLOAT_EQ(list->Height(), 840 + 1232.5f + 800);
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     ASSERT_EQ(app->NbVignettes, 2);
 
     for (int n = 1; n <= 2; ++n) {
@@ -295,7 +295,7 @@ TEST_F(GrabTest, ThumbnailsArePlacedInTheColumn) {
     EXPECT_EQ(app->tab.HautFenV[2], 600 + 1800);
     EXPECT_EQ(app->tab.LargFenV[2], int(24 * main->bouton[0].Width()));
 
-    ClickButton(2); // now above the ceiling: held there
+    ClickButton(mv::kCmdFenetre); // now above the ceiling: held there
     EXPECT_FLOAT_EQ(list->Height(), 3600 - 500);
 }
 
@@ -309,7 +309,7 @@ TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
             be.desktop.screen.At(x, y) = (x + y) % 2 ? gdi::Rgb(255, 255, 255) : gdi::Rgb(0, 0, 0);
     Start();
     SetForeground(r);
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     ASSERT_EQ(app->NbVignettes, 1);
 
     // Exactly half size: every thumbnail pixel is the mean of two white and two black.

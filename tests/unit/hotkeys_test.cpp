@@ -174,7 +174,7 @@ TEST_F(HotkeyTest, NoHotkeyBeforeTheOpeningAnimationAndEveryTickMarksTheKeyboard
     EXPECT_FALSE(be.shell.highPriority);
 
     // A click clears the keyboard mark; the next tick sets it again, with no key down.
-    be.Click(main->bouton[17]);
+    be.Click(main->bouton[mv::kCmdListe]);
     EXPECT_FALSE(app->ParClavier);
     be.RunFor(100);
     EXPECT_TRUE(app->ParClavier);

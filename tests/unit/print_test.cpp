@@ -18,7 +18,7 @@ protected:
             return true;
         };
     }
-    void Print() { ClickButton(6); }
+    void Print() { ClickButton(mv::kCmdImprimer); }
     const headless::Printer::Item& Picture(size_t doc = 0) {
         return be.printer.printed.at(doc).items.at(1);
     }
@@ -27,7 +27,7 @@ protected:
 TEST_F(PrintTest, TitleThenFullScreenCaptureAtTheFixedWidth) {
     SetScreen(400, 300, gdi::Rgb(200, 30, 40));
     Start();
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     Copies(3);
     Print();
 
@@ -61,7 +61,7 @@ TEST_F(PrintTest, TitleThenFullScreenCaptureAtTheFixedWidth) {
     EXPECT_EQ(pic.picture.At(200, 150), gdi::Rgb(200, 30, 40));
 
     // Zoomed in, the full-screen capture still prints at the fixed width.
-    main->bouton_Click(16);
+    main->bouton_Click(mv::kCmdAgrandir);
     be.RunFor(50);
     be.inputAnswers.push_back(std::wstring(L"Mon titre"));
     Print();
@@ -80,7 +80,7 @@ TEST_F(PrintTest, WindowCapturesPrintAtTheirOwnSizeUpToTheFixedWidth) {
     Copies(1);
 
     SetForeground({100, 100, 1100, 150});
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     Print();
     ASSERT_EQ(be.printer.printed.size(), 1u);
     EXPECT_EQ(Picture(0).w, 10000);
@@ -90,14 +90,14 @@ TEST_F(PrintTest, WindowCapturesPrintAtTheirOwnSizeUpToTheFixedWidth) {
 
     // Wider: scaled down to 10000 twips, keeping the proportions.
     SetForeground({0, 0, 1001, 200});
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     Print();
     EXPECT_EQ(Picture(1).w, 10000);
     EXPECT_FLOAT_EQ(Picture(1).h, 10000.f * 2000 / 10010);
 
     // Small: never enlarged.
     SetForeground({10, 20, 90, 60});
-    ClickButton(2);
+    ClickButton(mv::kCmdFenetre);
     Print();
     EXPECT_EQ(Picture(2).x, 800);
     EXPECT_EQ(Picture(2).y, 2000);
@@ -109,7 +109,7 @@ TEST_F(PrintTest, WindowCapturesPrintAtTheirOwnSizeUpToTheFixedWidth) {
 TEST_F(PrintTest, CancelAndPrinterFailuresEndSilently) {
     SetScreen(200, 100, gdi::Rgb(1, 2, 3));
     Start();
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
 
     // Cancel in the title box: no printer dialog, nothing printed.
     Copies(1);

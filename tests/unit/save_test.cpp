@@ -18,7 +18,7 @@ protected:
         Start();
     }
     void Captures(int n) {
-        for (int i = 0; i < n; ++i) ClickButton(1);
+        for (int i = 0; i < n; ++i) ClickButton(mv::kCmdEcran);
     }
     std::vector<std::string> Saved() const {
         std::vector<std::string> names;
@@ -256,13 +256,13 @@ TEST_F(SaveTest, CopyTakesTheFileNotTheZoomedView) {
     Captures(1);
     main->mnuzoomX_Click(4); // the view at 200 %
     be.clipboard.Clear();
-    ClickButton(3);
+    ClickButton(mv::kCmdCopier);
     ASSERT_TRUE(be.clipboard.hasImage);
     EXPECT_TRUE(be.clipboard.image == gdi::LoadBmp(TempFile(1)));
     EXPECT_TRUE(be.clipboard.image == be.desktop.screen);
     // A file gone behind the program's back: the command ends without a word.
     rt::Kill(TempFile(1));
-    ClickButton(3);
+    ClickButton(mv::kCmdCopier);
     EXPECT_FALSE(be.clipboard.hasImage);
     EXPECT_TRUE(be.boxes.empty());
 }

@@ -7,7 +7,7 @@ TEST_F(AppTest, WholeScreenCaptureWritesTheScreenToItsTemporaryFile) {
             be.desktop.screen.At(x, y) = gdi::Rgb(x & 255, y & 255, (x ^ y) & 255);
     Start();
     EXPECT_TRUE(main->Visible());
-    ClickButton(1);
+    ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 1);
     EXPECT_EQ(app->tab.TypeV[1], L"e");
     gdi::Surface saved = gdi::LoadBmp(TempFile(1));

@@ -50,7 +50,7 @@ protected:
 
     // Takes n whole-screen captures.
     void Captures(int n) {
-        for (int i = 0; i < n; ++i) ClickButton(1);
+        for (int i = 0; i < n; ++i) ClickButton(mv::kCmdEcran);
         ASSERT_EQ(app->NbVignettes, n);
     }
 

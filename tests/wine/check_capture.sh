@@ -142,4 +142,18 @@ SCRIPT
 }
 wh_check "200 captures taken and deleted leak no GDI or USER object" check_no_leak
 
+# A script word the driver does not know ends the run at once, before any step: a check
+# with a typing error fails instead of waiting on a step that never comes.
+check_driver_refuses() {
+    local script="$WH_TMP/typo.txt" log="$WH_ART/driver.log"
+    printf 'wait 100\nclik 1\nwait 600000\n' > "$script"
+    : > "$log"
+    wh_launch_driver "$BIN" "$script"
+    wh_wait_exit "$WH_PID" 30 || return 1
+    ((WH_EXIT_CODE == 3)) || { wh_reason "the driver ended with $WH_EXIT_CODE, want 3"; return 1; }
+    grep -q "unknown command 'clik' on line 2" "$log" ||
+        { wh_reason "driver.log does not name the unknown word"; return 1; }
+}
+wh_check "the test driver refuses a script with an unknown word" check_driver_refuses
+
 wh_finish

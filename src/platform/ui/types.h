@@ -26,6 +26,16 @@ struct Point {
 enum MouseButton { kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
 enum ShiftState { kShiftMask = 1, kCtrlMask = 2, kAltMask = 4 };
 
+// Key codes of the key events and of the keyboard state (the virtual-key numbers).
+enum KeyCode {
+    kKeyControl = 17,
+    kKeyDelete = 46,
+    kKeyQ = 81,
+    kKeyNumpad1 = 97,
+    kKeyNumpad9 = 105,
+    kKeyF5 = 116,
+};
+
 // Window states of a form.
 enum WindowState { kNormal = 0, kMinimized = 1, kMaximized = 2 };
 
