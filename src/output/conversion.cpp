@@ -39,29 +39,29 @@ int Conversion::ChercherEncodeur(const std::wstring& Mime, std::array<uint8_t, 1
 void Conversion::ConvertirImage(const std::wstring& Source, const std::wstring& Cible, int Format,
                                 int Qualite) {
     auto& codec = app_.be.GetCodec();
-    platform::ImageHandle image = 0;
+    platform::ScopedImage image(codec);
     if (Format == kFormatGif) {
         // The GIF encoder takes only 8-bit pictures: the program makes the palette itself,
         // exact up to 256 colours, fitted to the picture beyond.
         try {
             const gdi::IndexedImage indexee = gdi::Quantize(gdi::LoadBmp(Source));
             codec.CreateIndexedImage(indexee.width, indexee.height, indexee.palette,
-                                     indexee.indices, image);
+                                     indexee.indices, image.out());
         } catch (const rt::RuntimeError&) {
-            image = 0;
+            image.reset();
         }
     } else {
         // The load's status is not examined: a failed load shows up as a failed save.
-        codec.LoadImageFromFile(Source, image);
+        codec.LoadImageFromFile(Source, image.out());
     }
     ChercherEncodeur(Format >= 1 && Format <= 4 ? kMime[Format - 1] : L"", clsid);
     if (Format == kFormatJpeg) {
         const int qualite = Qualite < 0 || Qualite > 100 ? 75 : Qualite;
-        status = codec.SaveImageToFile(image, Cible, clsid, &qualite);
+        status = codec.SaveImageToFile(image.get(), Cible, clsid, &qualite);
     } else {
-        status = codec.SaveImageToFile(image, Cible, clsid, nullptr);
+        status = codec.SaveImageToFile(image.get(), Cible, clsid, nullptr);
     }
-    codec.DisposeImage(image);
+    image.reset();
     if (status == 0 && Format == kFormatGif) {
         // Some encoders (Wine's) give the image a local table: the GIF builder reads one
         // global table.

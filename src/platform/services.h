@@ -98,6 +98,30 @@ public:
     virtual void DisposeImage(ImageHandle image) = 0;
 };
 
+// An image of the codec, disposed when its scope ends, whatever the road out: an early
+// return or a run-time error in a conversion cannot leak it.
+class ScopedImage {
+public:
+    explicit ScopedImage(ImageCodec& codec) : codec_(codec) {}
+    ~ScopedImage() { reset(); }
+    ScopedImage(const ScopedImage&) = delete;
+    ScopedImage& operator=(const ScopedImage&) = delete;
+    ImageHandle get() const { return image_; }
+    // The handle for a call that makes the image; what was held before is disposed.
+    ImageHandle& out() {
+        reset();
+        return image_;
+    }
+    void reset() {
+        if (image_) codec_.DisposeImage(image_);
+        image_ = 0;
+    }
+
+private:
+    ImageCodec& codec_;
+    ImageHandle image_ = 0;
+};
+
 // The icon of the program in the notification area. Its mouse events reach the owner
 // form as mouse moves whose x, in pixels, is the mouse message number.
 class Tray {
