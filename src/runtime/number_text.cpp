@@ -165,7 +165,7 @@ std::wstring FormatSection(double v, std::wstring_view fmt) {
         return k >= 0 && k < static_cast<long>(d.digits.size()) ? wchar_t(d.digits[k]) : L'0';
     };
     std::vector<std::wstring> units; // integer digits, each with the separator that follows it
-    for (long k = 0; k < d.exp10; ++k) units.push_back(std::wstring(1, digitAt(k)));
+    for (long k = 0; k < d.exp10; ++k) units.emplace_back(1, digitAt(k));
     while (static_cast<int>(units.size()) < forced) units.insert(units.begin(), L"0");
     if (grouping) {
         for (size_t k = 0; k + 1 < units.size(); ++k) {

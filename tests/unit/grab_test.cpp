@@ -48,12 +48,17 @@ protected:
     }
 };
 
-TEST_F(GrabTest, ToolbarGrabAtStartDrawsNoCursor) {
+// Every pixel of a varied screen reaches the temporary file, with no cursor drawn in.
+TEST_F(GrabTest, ToolbarGrabAtStartWritesTheScreenAndDrawsNoCursor) {
+    for (int y = 0; y < be.desktop.screen.Height(); ++y)
+        for (int x = 0; x < be.desktop.screen.Width(); ++x)
+            be.desktop.screen.At(x, y) = gdi::Rgb(x * 3 & 255, y * 5 & 255, (x ^ y) & 255);
     be.cursor.images[be.cursor.handle] = Carre(4, kRouge);
     be.cursor.pos = {50, 40};
     Start();
     ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_EQ(app->tab.TypeV[1], L"e");
     EXPECT_TRUE(Saved(1) == be.desktop.screen);
 }
 

@@ -21,7 +21,7 @@ protected:
 
     // Holds the keys down until the keyboard timer's next tick has read them, lets go
     // right after it (within the command it starts), and lets the command finish.
-    void Chord(std::vector<int> keys) {
+    void Chord(const std::vector<int>& keys) {
         for (int vk : keys) be.keyboard.Press(vk);
         app->ParClavier = false;
         auto lache = std::make_shared<bool>(false);

@@ -63,7 +63,7 @@ TEST_F(PrintTest, TitleThenFullScreenCaptureAtTheFixedWidth) {
     // Zoomed in, the full-screen capture still prints at the fixed width.
     main->bouton_Click(mv::kCmdAgrandir);
     be.RunFor(50);
-    be.inputAnswers.push_back(std::wstring(L"Mon titre"));
+    be.inputAnswers.emplace_back(L"Mon titre");
     Print();
     ASSERT_EQ(be.printer.printed.size(), 2u);
     EXPECT_EQ(be.printer.printed[1].items[0].text, L"Mon titre");
@@ -113,7 +113,7 @@ TEST_F(PrintTest, CancelAndPrinterFailuresEndSilently) {
 
     // Cancel in the title box: no printer dialog, nothing printed.
     Copies(1);
-    be.inputAnswers.push_back(std::nullopt);
+    be.inputAnswers.emplace_back(std::nullopt);
     Print();
     EXPECT_EQ(be.dialogs.size(), 0u);
 

@@ -211,7 +211,7 @@ TEST_F(SettingsTest, FieldsThatCannotBeReadAskForRepair) {
     auto l = LireSansMessage(Avec(122, "65535") + ligne2);
     EXPECT_EQ(l->app->main->TimPeriod.Interval(), 65535);
     // A path keeps the blanks up to the length of the text before the five blanks.
-    l = LireSansMessage(Avec(131, "C:\\Program Files\\Ed\\ed.exe") + ligne2);
+    l = LireSansMessage(Avec(131, R"(C:\Program Files\Ed\ed.exe)") + ligne2);
     EXPECT_EQ(l->params().EditeurNom, L"ed.exe" + rt::Space(20));
     l = LireSansMessage(Avec(131, "my editor.exe") + ligne2);
     EXPECT_EQ(l->params().EditeurNom, L"my editor.exe");

@@ -384,6 +384,7 @@ void Refine(const std::vector<Sample>& samples, std::vector<Centroid>& centroids
 // the error, and drops the unused ones.
 void MapPixels(const Surface& s, std::vector<Pixel>& palette, std::vector<uint8_t>& indices) {
     std::vector<Centroid> set;
+    set.reserve(palette.size());
     for (Pixel p : palette)
         set.push_back({double(RedOf(p)), double(GreenOf(p)), double(BlueOf(p))});
     NearestColour nearest(set, 5);

@@ -96,7 +96,10 @@ bool Place(int64_t d, int64_t dlen, int64_t slen, int64_t limit, int64_t& s, Pla
 }
 
 inline Pixel ToPixel(float b, float g, float r) {
-    auto channel = [](float v) { return Pixel(std::clamp(int(v + 0.5f), 0, 255)); };
+    // v is a mean of channels, never negative: adding a half rounds it to the nearest.
+    auto channel = [](float v) {
+        return Pixel(std::clamp(int(v + 0.5f), 0, 255)); // NOLINT(bugprone-incorrect-roundings)
+    };
     return (channel(r) << 16) | (channel(g) << 8) | channel(b);
 }
 
@@ -226,7 +229,8 @@ void StretchBlt(Surface& dst, int dx, int dy, int dw, int dh, const Surface& src
     for (int64_t v : {dw, dh, sw, sh})
         if (v == 0 || std::llabs(v) > kMaxExtent) return;
     if (&dst == &src) {
-        Surface copy = src;
+        // The source is the destination: the copy keeps what is read from being overwritten.
+        Surface copy = src; // NOLINT(performance-unnecessary-copy-initialization)
         StretchBlt(dst, dx, dy, dw, dh, copy, sx, sy, sw, sh, mode);
         return;
     }
