@@ -13,8 +13,8 @@ gdi::IconImage Carre(int n, gdi::Pixel c) {
     gdi::IconImage icon;
     icon.width = n;
     icon.height = n;
-    icon.color.assign(size_t(n * n), c);
-    icon.mask.assign(size_t(n * n), 0);
+    icon.color.assign(size_t(n) * size_t(n), c);
+    icon.mask.assign(size_t(n) * size_t(n), 0);
     return icon;
 }
 

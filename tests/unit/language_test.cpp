@@ -58,11 +58,11 @@ struct Fichier {
     }
     std::vector<std::string> Lignes() const {
         std::vector<std::string> l = entrees;
-        l.push_back("///--- TOOLTYP and anything");
+        l.emplace_back("///--- TOOLTYP and anything");
         l.insert(l.end(), bulles.begin(), bulles.end());
-        l.push_back("///--- HELP --");
+        l.emplace_back("///--- HELP --");
         l.insert(l.end(), aide.begin(), aide.end());
-        l.push_back("///--- HELP ME");
+        l.emplace_back("///--- HELP ME");
         l.insert(l.end(), menu.begin(), menu.end());
         return l;
     }
@@ -186,7 +186,7 @@ TEST(LanguageFile, WellFormedFileFillsEveryTable) {
     f.entrees[7] = "007 Label = \"d\xE9j\xE0 \x80 5\" and \"not this\"";
     f.menu[34] = "\"last menu\"";
     std::vector<std::string> lignes = f.Lignes();
-    lignes.push_back("anything after the menu help is not read: \"x");
+    lignes.emplace_back("anything after the menu help is not read: \"x");
     mv::Language lang;
     const mv::LoadResult r = mv::ChargerLangue(lang, Stocke(lignes));
     ASSERT_TRUE(r);
@@ -234,8 +234,8 @@ TEST(LanguageFile, ValueRules) {
     f.entrees[0] = "000 empty = \"\"";
     f.entrees[1] = "001 none = no quotes";
     f.entrees[2] = "002 one = \"half";
-    f.entrees[3] = "003 = \"\"\"";       // the first two quotes: empty
-    f.entrees[4] = "004 = x\"a\"b\"c\""; // from the first quote to the second
+    f.entrees[3] = R"(003 = """)";      // the first two quotes: empty
+    f.entrees[4] = R"(004 = x"a"b"c")"; // from the first quote to the second
     f.bulles = {"no value here", "\"first\"", "", "\"second\"", "only \" one"};
     f.aide = {"\"p0\"", "nothing", "\"p2\""};
     f.menu[3] = "no menu value";
@@ -311,7 +311,7 @@ TEST(LanguageFile, ShortFilesRaise62AndLongTablesRaise9) {
     Fichier aide(2);
     aide.aide.assign(101, "\"page\"");
     EXPECT_EQ(charge(aide.Octets()), 0);
-    aide.aide.push_back("\"one too many\"");
+    aide.aide.emplace_back("\"one too many\"");
     EXPECT_EQ(charge(aide.Octets()), rt::kSubscriptOutOfRange);
 }
 
