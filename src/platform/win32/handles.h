@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+
 #include <atomic>
 #include <string>
 #include <utility>
@@ -74,15 +76,22 @@ struct GlobalTraits {
     static void Close(HGLOBAL h) { GlobalFree(h); }
     static void Count(int) {}
 };
+struct CoTaskMemTraits {
+    static void Close(void* p) { CoTaskMemFree(p); }
+    static void Count(int) {}
+};
 
 using Bitmap = Handle<HBITMAP, GdiObjectTraits>;
 using FontHandle = Handle<HFONT, GdiObjectTraits>;
 using BrushHandle = Handle<HBRUSH, GdiObjectTraits>;
 using PenHandle = Handle<HPEN, GdiObjectTraits>;
-using MemoryDC = Handle<HDC, DcTraits>;
+// A DC made by CreateDC or CreateCompatibleDC.
+using DCHandle = Handle<HDC, DcTraits>;
 using MenuHandle = Handle<HMENU, MenuTraits>;
 using WindowHandleOwner = Handle<HWND, WindowTraits>;
 using GlobalMemory = Handle<HGLOBAL, GlobalTraits>;
+// Memory the system allocated with CoTaskMemAlloc for us (a known folder's path).
+using CoTaskMemory = Handle<void*, CoTaskMemTraits>;
 
 // The header of a 32-bit top-down DIB, the layout of gdi::Surface.
 inline BITMAPINFO TopDownBitmapInfo(int width, int height) {
@@ -99,6 +108,9 @@ inline BITMAPINFO TopDownBitmapInfo(int width, int height) {
 // A window's DC from GetDC/GetWindowDC, released with ReleaseDC.
 class WindowDCHandle {
 public:
+    // GetDC of a window's client area; of the screen for a null window.
+    explicit WindowDCHandle(HWND w) : w_(w), dc_(GetDC(w)) {}
+    // A DC the caller got for `w` (GetWindowDC).
     WindowDCHandle(HWND w, HDC dc) : w_(w), dc_(dc) {}
     ~WindowDCHandle() {
         if (dc_) ReleaseDC(w_, dc_);
@@ -112,11 +124,13 @@ private:
     HDC dc_;
 };
 
-// An object selected into a DC for a scope.
+// An object selected into a DC for a scope; a null object selects nothing.
 class Selected {
 public:
-    Selected(HDC dc, HGDIOBJ obj) : dc_(dc), old_(SelectObject(dc, obj)) {}
-    ~Selected() { SelectObject(dc_, old_); }
+    Selected(HDC dc, HGDIOBJ obj) : dc_(dc), old_(obj ? SelectObject(dc, obj) : nullptr) {}
+    ~Selected() {
+        if (old_) SelectObject(dc_, old_);
+    }
     Selected(const Selected&) = delete;
     Selected& operator=(const Selected&) = delete;
 

@@ -52,7 +52,6 @@ public:
 
 private:
     static LRESULT CALLBACK TimerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp);
-    HWND timerWindow_ = nullptr;
     std::map<ui::Timer*, UINT_PTR> timerIds_;
     std::map<UINT_PTR, ui::Timer*> timers_;
     UINT_PTR nextTimerId_ = 1;
@@ -65,6 +64,8 @@ private:
     std::unique_ptr<platform::ImageCodec> codec_;
     std::unique_ptr<platform::Tray> tray_;
     std::unique_ptr<PrinterDevice> printer_;
+    // Last, so that it is destroyed first: no timer outlives the services.
+    WindowHandleOwner timerWindow_;
 };
 
 // Services, in win32_services.cpp.

@@ -84,48 +84,48 @@ public:
             dm->dmCopies = short(std::clamp(copies, 1, 9999));
             dm->dmFields |= DM_COPIES;
         }
-        dc_ = CreateDCW(L"WINSPOOL", device_.c_str(), nullptr, dm);
+        dc_.reset(CreateDCW(L"WINSPOOL", device_.c_str(), nullptr, dm));
         if (!dc_) return false;
         DOCINFOW di{};
         di.cbSize = sizeof di;
         di.lpszDocName = L"Mirovanta";
-        if (::StartDocW(dc_, &di) <= 0) {
+        if (::StartDocW(dc_.get(), &di) <= 0) {
             Close();
             return false;
         }
         started_ = true;
-        if (::StartPage(dc_) <= 0) {
+        if (::StartPage(dc_.get()) <= 0) {
             AbortDocument();
             return false;
         }
-        dpiX_ = std::max(GetDeviceCaps(dc_, LOGPIXELSX), 1);
-        dpiY_ = std::max(GetDeviceCaps(dc_, LOGPIXELSY), 1);
-        font_ = CreateFontW(-MulDiv(10, dpiY_, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
-                            DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                            DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Arial");
+        dpiX_ = std::max(GetDeviceCaps(dc_.get(), LOGPIXELSX), 1);
+        dpiY_ = std::max(GetDeviceCaps(dc_.get(), LOGPIXELSY), 1);
+        font_.reset(CreateFontW(-MulDiv(10, dpiY_, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
+                                DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Arial"));
         failed_ = false;
         return true;
     }
 
     float Text(float x, float y, const std::wstring& text) override {
         if (!dc_) return 0;
-        HGDIOBJ old = font_ ? SelectObject(dc_, font_) : nullptr;
-        SetBkMode(dc_, TRANSPARENT);
-        SetTextColor(dc_, RGB(0, 0, 0));
-        SetTextAlign(dc_, TA_LEFT | TA_TOP | TA_NOUPDATECP);
-        if (!TextOutW(dc_, PxX(x), PxY(y), text.c_str(), int(text.size()))) failed_ = true;
+        HDC dc = dc_.get();
+        Selected font(dc, font_.get());
+        SetBkMode(dc, TRANSPARENT);
+        SetTextColor(dc, RGB(0, 0, 0));
+        SetTextAlign(dc, TA_LEFT | TA_TOP | TA_NOUPDATECP);
+        if (!TextOutW(dc, PxX(x), PxY(y), text.c_str(), int(text.size()))) failed_ = true;
         TEXTMETRICW tm{};
-        GetTextMetricsW(dc_, &tm);
-        if (old) SelectObject(dc_, old);
+        GetTextMetricsW(dc, &tm);
         return float(tm.tmHeight + tm.tmExternalLeading) * 1440.f / float(dpiY_);
     }
 
     void Picture(const gdi::Surface& s, float x, float y, float w, float h) override {
         if (!dc_) return;
         BITMAPINFO bi = TopDownBitmapInfo(s.Width(), s.Height());
-        SetStretchBltMode(dc_, HALFTONE);
-        SetBrushOrgEx(dc_, 0, 0, nullptr);
-        if (StretchDIBits(dc_, PxX(x), PxY(y), PxX(w), PxY(h), 0, 0, s.Width(), s.Height(),
+        SetStretchBltMode(dc_.get(), HALFTONE);
+        SetBrushOrgEx(dc_.get(), 0, 0, nullptr);
+        if (StretchDIBits(dc_.get(), PxX(x), PxY(y), PxX(w), PxY(h), 0, 0, s.Width(), s.Height(),
                           s.Data(), &bi, DIB_RGB_COLORS, SRCCOPY) == int(GDI_ERROR))
             failed_ = true;
     }
@@ -136,14 +136,14 @@ public:
             AbortDocument();
             return false;
         }
-        const bool ok = ::EndPage(dc_) > 0 && ::EndDoc(dc_) > 0;
+        const bool ok = ::EndPage(dc_.get()) > 0 && ::EndDoc(dc_.get()) > 0;
         started_ = false;
         Close();
         return ok;
     }
 
     void AbortDocument() override {
-        if (dc_ && started_) ::AbortDoc(dc_);
+        if (dc_ && started_) ::AbortDoc(dc_.get());
         started_ = false;
         Close();
     }
@@ -190,17 +190,16 @@ private:
         return g;
     }
 
+    // The font goes before the DC it was made for.
     void Close() {
-        if (font_) DeleteObject(font_);
-        font_ = nullptr;
-        if (dc_) DeleteDC(dc_);
-        dc_ = nullptr;
+        font_.reset();
+        dc_.reset();
     }
 
     std::wstring device_;
     std::vector<BYTE> mode_;
-    HDC dc_ = nullptr;
-    HFONT font_ = nullptr;
+    DCHandle dc_;
+    FontHandle font_;
     bool started_ = false;
     bool failed_ = false;
     int dpiX_ = 600, dpiY_ = 600;

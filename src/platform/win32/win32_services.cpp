@@ -22,7 +22,7 @@ struct DibSection {
     ~DibSection() {
         if (old) SelectObject(dc.get(), old);
     }
-    MemoryDC dc;
+    DCHandle dc;
     Bitmap bitmap;
     void* bits = nullptr;
     HGDIOBJ old = nullptr;
@@ -78,10 +78,8 @@ public:
 bool ReadBitmap(HBITMAP bm, int w, int h, std::vector<uint32_t>& out) {
     BITMAPINFO bi = TopDownBitmapInfo(w, h);
     out.assign(size_t(w) * size_t(h), 0);
-    HDC dc = GetDC(nullptr);
-    int lines = GetDIBits(dc, bm, 0, UINT(h), out.data(), &bi, DIB_RGB_COLORS);
-    ReleaseDC(nullptr, dc);
-    return lines == h;
+    WindowDCHandle screen(nullptr);
+    return GetDIBits(screen.get(), bm, 0, UINT(h), out.data(), &bi, DIB_RGB_COLORS) == h;
 }
 
 class Win32Cursor : public platform::Cursor {
@@ -213,10 +211,9 @@ public:
         const KNOWNFOLDERID& id =
             name == L"Personal" ? FOLDERID_Documents : FOLDERID_RoamingAppData;
         PWSTR path = nullptr;
-        std::wstring out;
-        if (SHGetKnownFolderPath(id, 0, nullptr, &path) == S_OK) out = path;
-        CoTaskMemFree(path);
-        return out;
+        const HRESULT hr = SHGetKnownFolderPath(id, 0, nullptr, &path);
+        CoTaskMemory owned(path); // the caller frees it whether the call succeeded or not
+        return hr == S_OK ? std::wstring(path) : std::wstring();
     }
     std::wstring ProgramFolder() override {
         std::wstring path(32768, L'\0');
