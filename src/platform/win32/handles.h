@@ -10,6 +10,10 @@
 #include <string>
 #include <utility>
 
+namespace Gdiplus {
+class GpImage;
+} // namespace Gdiplus
+
 namespace win32 {
 
 // Objects held by the owners below, for the leak check where the system reports no
@@ -80,6 +84,11 @@ struct CoTaskMemTraits {
     static void Close(void* p) { CoTaskMemFree(p); }
     static void Count(int) {}
 };
+// Disposed with GdipDisposeImage, defined with the codec.
+struct GdiplusImageTraits {
+    static void Close(Gdiplus::GpImage* image);
+    static void Count(int) {}
+};
 
 using Bitmap = Handle<HBITMAP, GdiObjectTraits>;
 using FontHandle = Handle<HFONT, GdiObjectTraits>;
@@ -92,6 +101,7 @@ using WindowHandleOwner = Handle<HWND, WindowTraits>;
 using GlobalMemory = Handle<HGLOBAL, GlobalTraits>;
 // Memory the system allocated with CoTaskMemAlloc for us (a known folder's path).
 using CoTaskMemory = Handle<void*, CoTaskMemTraits>;
+using GdiplusImage = Handle<Gdiplus::GpImage*, GdiplusImageTraits>;
 
 // The header of a 32-bit top-down DIB, the layout of gdi::Surface.
 inline BITMAPINFO TopDownBitmapInfo(int width, int height) {

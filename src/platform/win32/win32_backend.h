@@ -74,6 +74,7 @@ std::unique_ptr<platform::Cursor> MakeCursor();
 std::unique_ptr<platform::Keyboard> MakeKeyboard();
 std::unique_ptr<platform::Clipboard> MakeClipboard();
 std::unique_ptr<platform::Shell> MakeShell();
+// The GDI+ codec, in win32_codec.cpp; the notification-area icon, in win32_tray.cpp.
 std::unique_ptr<platform::ImageCodec> MakeCodec();
 std::unique_ptr<platform::Tray> MakeTray();
 
