@@ -82,7 +82,7 @@ std::unique_ptr<platform::Tray> MakeTray();
 bool RunInputBox(HWND owner, const std::wstring& prompt, const std::wstring& title,
                  std::wstring& text);
 
-// Peers, in win32_peers.cpp.
+// Peers, in peers/: the peer of a control, and the window classes of our own windows.
 std::unique_ptr<ui::Peer> MakePeer(Win32Backend& be, ui::Control& c);
 void RegisterWindowClasses();
 // Runs a handler of the model from a window procedure.
