@@ -149,6 +149,22 @@ private:
     HGDIOBJ old_;
 };
 
+// The memory of a global block, locked for a scope; null when the lock failed.
+class GlobalLocked {
+public:
+    explicit GlobalLocked(HGLOBAL h) : h_(h), p_(h ? GlobalLock(h) : nullptr) {}
+    ~GlobalLocked() {
+        if (p_) GlobalUnlock(h_);
+    }
+    GlobalLocked(const GlobalLocked&) = delete;
+    GlobalLocked& operator=(const GlobalLocked&) = delete;
+    void* get() const { return p_; }
+
+private:
+    HGLOBAL h_;
+    void* p_;
+};
+
 // The clipboard, open for a scope.
 class ClipboardOpen {
 public:

@@ -17,18 +17,13 @@ namespace {
 
 // The device name and a copy of the settings from a dialog's DEVNAMES and DEVMODE blocks.
 void TakeChoice(HGLOBAL devNames, HGLOBAL devMode, std::wstring& device, std::vector<BYTE>& mode) {
-    if (devNames) {
-        if (auto* dn = static_cast<DEVNAMES*>(GlobalLock(devNames))) {
-            device = reinterpret_cast<const wchar_t*>(dn) + dn->wDeviceOffset;
-            GlobalUnlock(devNames);
-        }
-    }
-    if (devMode) {
-        if (auto* dm = static_cast<BYTE*>(GlobalLock(devMode))) {
-            const auto* head = reinterpret_cast<const DEVMODEW*>(dm);
-            mode.assign(dm, dm + head->dmSize + head->dmDriverExtra);
-            GlobalUnlock(devMode);
-        }
+    GlobalLocked names(devNames);
+    if (auto* dn = static_cast<const DEVNAMES*>(names.get()))
+        device = reinterpret_cast<const wchar_t*>(dn) + dn->wDeviceOffset;
+    GlobalLocked settings(devMode);
+    if (auto* dm = static_cast<const BYTE*>(settings.get())) {
+        const auto* head = reinterpret_cast<const DEVMODEW*>(dm);
+        mode.assign(dm, dm + head->dmSize + head->dmDriverExtra);
     }
 }
 
@@ -166,28 +161,26 @@ private:
     // The blocks that open the dialog on the previous choice.
     HGLOBAL MakeMode() const {
         if (mode_.empty()) return nullptr;
-        HGLOBAL g = GlobalAlloc(GMEM_MOVEABLE, mode_.size());
-        if (g) {
-            std::memcpy(GlobalLock(g), mode_.data(), mode_.size());
-            GlobalUnlock(g);
-        }
-        return g;
+        GlobalMemory g(GlobalAlloc(GMEM_MOVEABLE, mode_.size()));
+        GlobalLocked p(g.get());
+        if (!p.get()) return nullptr;
+        std::memcpy(p.get(), mode_.data(), mode_.size());
+        return g.release();
     }
     HGLOBAL MakeNames() const {
         if (device_.empty()) return nullptr;
         const size_t chars = device_.size() + 1;
         const size_t offset = sizeof(DEVNAMES) / sizeof(wchar_t) + 1;
-        HGLOBAL g = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (offset + chars + 2) * 2);
-        if (g) {
-            auto* dn = static_cast<DEVNAMES*>(GlobalLock(g));
-            auto* base = reinterpret_cast<wchar_t*>(dn);
-            dn->wDeviceOffset = WORD(offset);
-            dn->wDriverOffset = WORD(offset + chars);     // empty text
-            dn->wOutputOffset = WORD(offset + chars + 1); // empty text
-            std::memcpy(base + offset, device_.c_str(), chars * sizeof(wchar_t));
-            GlobalUnlock(g);
-        }
-        return g;
+        GlobalMemory g(GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (offset + chars + 2) * 2));
+        GlobalLocked p(g.get());
+        auto* dn = static_cast<DEVNAMES*>(p.get());
+        if (!dn) return nullptr;
+        auto* base = reinterpret_cast<wchar_t*>(dn);
+        dn->wDeviceOffset = WORD(offset);
+        dn->wDriverOffset = WORD(offset + chars);     // empty text
+        dn->wOutputOffset = WORD(offset + chars + 1); // empty text
+        std::memcpy(base + offset, device_.c_str(), chars * sizeof(wchar_t));
+        return g.release();
     }
 
     // The font goes before the DC it was made for.

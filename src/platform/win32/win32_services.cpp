@@ -158,9 +158,11 @@ public:
         const size_t n = file.size() - 14;
         GlobalMemory mem(GlobalAlloc(GMEM_MOVEABLE, n));
         if (!mem) return;
-        void* p = GlobalLock(mem.get());
-        std::memcpy(p, file.data() + 14, n);
-        GlobalUnlock(mem.get());
+        {
+            GlobalLocked p(mem.get());
+            if (!p.get()) return;
+            std::memcpy(p.get(), file.data() + 14, n);
+        }
         ClipboardOpen open(nullptr);
         if (!open.ok()) return;
         EmptyClipboard();
@@ -172,7 +174,8 @@ public:
         HANDLE h = GetClipboardData(CF_DIB);
         if (!h) return false;
         const size_t n = GlobalSize(h);
-        const auto* p = static_cast<const uint8_t*>(GlobalLock(h));
+        GlobalLocked locked(h);
+        const auto* p = static_cast<const uint8_t*>(locked.get());
         if (!p || n < sizeof(BITMAPINFOHEADER)) return false;
         // Rebuild a file header so that the one BMP reader does the work.
         const auto* bih = reinterpret_cast<const BITMAPINFOHEADER*>(p);
@@ -188,7 +191,6 @@ public:
         std::memcpy(&file[2], &size, 4);
         std::memcpy(&file[10], &offset, 4);
         std::memcpy(&file[14], p, n);
-        GlobalUnlock(h);
         try {
             out = gdi::DecodeBmp(file.data(), file.size());
         } catch (const rt::RuntimeError&) {
