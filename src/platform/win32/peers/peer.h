@@ -17,6 +17,7 @@ namespace win32 {
 inline constexpr wchar_t kFormClass[] = L"MirovantaForm";
 inline constexpr wchar_t kChildClass[] = L"MirovantaChild";
 
+// A colour of the model, system colours resolved.
 COLORREF Color(uint32_t c);
 // The toolkit's shift bits of the keys held now.
 int ShiftState();
@@ -29,8 +30,6 @@ public:
     WindowPeer& operator=(const WindowPeer&) = delete;
 
     ui::WindowHandle Handle() const override { return ui::WindowHandle(hwnd_); }
-    HWND Window() const { return hwnd_; }
-    ui::Control& Control() const { return c_; }
 
     // A message of the peer's window. The default passes it on (DefWindowProc, or the
     // built-in control's own procedure).
