@@ -4,9 +4,15 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+
 #include <atomic>
 #include <string>
 #include <utility>
+
+namespace Gdiplus {
+class GpImage;
+} // namespace Gdiplus
 
 namespace win32 {
 
@@ -74,15 +80,28 @@ struct GlobalTraits {
     static void Close(HGLOBAL h) { GlobalFree(h); }
     static void Count(int) {}
 };
+struct CoTaskMemTraits {
+    static void Close(void* p) { CoTaskMemFree(p); }
+    static void Count(int) {}
+};
+// Disposed with GdipDisposeImage, defined with the codec.
+struct GdiplusImageTraits {
+    static void Close(Gdiplus::GpImage* image);
+    static void Count(int) {}
+};
 
 using Bitmap = Handle<HBITMAP, GdiObjectTraits>;
 using FontHandle = Handle<HFONT, GdiObjectTraits>;
 using BrushHandle = Handle<HBRUSH, GdiObjectTraits>;
 using PenHandle = Handle<HPEN, GdiObjectTraits>;
-using MemoryDC = Handle<HDC, DcTraits>;
+// A DC made by CreateDC or CreateCompatibleDC.
+using DCHandle = Handle<HDC, DcTraits>;
 using MenuHandle = Handle<HMENU, MenuTraits>;
 using WindowHandleOwner = Handle<HWND, WindowTraits>;
 using GlobalMemory = Handle<HGLOBAL, GlobalTraits>;
+// Memory the system allocated with CoTaskMemAlloc for us (a known folder's path).
+using CoTaskMemory = Handle<void*, CoTaskMemTraits>;
+using GdiplusImage = Handle<Gdiplus::GpImage*, GdiplusImageTraits>;
 
 // The header of a 32-bit top-down DIB, the layout of gdi::Surface.
 inline BITMAPINFO TopDownBitmapInfo(int width, int height) {
@@ -99,6 +118,9 @@ inline BITMAPINFO TopDownBitmapInfo(int width, int height) {
 // A window's DC from GetDC/GetWindowDC, released with ReleaseDC.
 class WindowDCHandle {
 public:
+    // GetDC of a window's client area; of the screen for a null window.
+    explicit WindowDCHandle(HWND w) : w_(w), dc_(GetDC(w)) {}
+    // A DC the caller got for `w` (GetWindowDC).
     WindowDCHandle(HWND w, HDC dc) : w_(w), dc_(dc) {}
     ~WindowDCHandle() {
         if (dc_) ReleaseDC(w_, dc_);
@@ -112,17 +134,35 @@ private:
     HDC dc_;
 };
 
-// An object selected into a DC for a scope.
+// An object selected into a DC for a scope; a null object selects nothing.
 class Selected {
 public:
-    Selected(HDC dc, HGDIOBJ obj) : dc_(dc), old_(SelectObject(dc, obj)) {}
-    ~Selected() { SelectObject(dc_, old_); }
+    Selected(HDC dc, HGDIOBJ obj) : dc_(dc), old_(obj ? SelectObject(dc, obj) : nullptr) {}
+    ~Selected() {
+        if (old_) SelectObject(dc_, old_);
+    }
     Selected(const Selected&) = delete;
     Selected& operator=(const Selected&) = delete;
 
 private:
     HDC dc_;
     HGDIOBJ old_;
+};
+
+// The memory of a global block, locked for a scope; null when the lock failed.
+class GlobalLocked {
+public:
+    explicit GlobalLocked(HGLOBAL h) : h_(h), p_(h ? GlobalLock(h) : nullptr) {}
+    ~GlobalLocked() {
+        if (p_) GlobalUnlock(h_);
+    }
+    GlobalLocked(const GlobalLocked&) = delete;
+    GlobalLocked& operator=(const GlobalLocked&) = delete;
+    void* get() const { return p_; }
+
+private:
+    HGLOBAL h_;
+    void* p_;
 };
 
 // The clipboard, open for a scope.

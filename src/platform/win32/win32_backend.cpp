@@ -36,8 +36,8 @@ Win32Backend::Win32Backend() {
     wc.hInstance = GetModuleHandleW(nullptr);
     wc.lpszClassName = kTimerClass;
     RegisterClassExW(&wc);
-    timerWindow_ = CreateWindowExW(0, kTimerClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                   wc.hInstance, nullptr);
+    timerWindow_.reset(CreateWindowExW(0, kTimerClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                       wc.hInstance, nullptr));
     desktop_ = MakeDesktop();
     cursor_ = MakeCursor();
     keyboard_ = MakeKeyboard();
@@ -49,7 +49,6 @@ Win32Backend::Win32Backend() {
 }
 
 Win32Backend::~Win32Backend() {
-    if (timerWindow_) DestroyWindow(timerWindow_);
     g_backend = nullptr;
 }
 
@@ -81,9 +80,9 @@ void Win32Backend::TimerChanged(ui::Timer& t) {
             id = it->second;
         }
         // Setting it again restarts the interval, as the toolkit's timers do.
-        SetTimer(timerWindow_, id, UINT(t.Interval()), nullptr);
+        SetTimer(timerWindow_.get(), id, UINT(t.Interval()), nullptr);
     } else if (it != timerIds_.end()) {
-        KillTimer(timerWindow_, it->second);
+        KillTimer(timerWindow_.get(), it->second);
         timers_.erase(it->second);
         timerIds_.erase(it);
     }
@@ -184,12 +183,9 @@ ui::ScreenMetrics Win32Backend::Screen() const {
     ui::ScreenMetrics m;
     m.widthPx = GetSystemMetrics(SM_CXSCREEN);
     m.heightPx = GetSystemMetrics(SM_CYSCREEN);
-    HDC dc = GetDC(nullptr);
-    int dpiX = GetDeviceCaps(dc, LOGPIXELSX);
-    int dpiY = GetDeviceCaps(dc, LOGPIXELSY);
-    ReleaseDC(nullptr, dc);
-    m.tppX = dpiX > 0 ? float(1440 / dpiX) : 15.f;
-    m.tppY = dpiY > 0 ? float(1440 / dpiY) : 15.f;
+    WindowDCHandle screen(nullptr);
+    m.tppX = ui::TwipsPerPixel(GetDeviceCaps(screen.get(), LOGPIXELSX));
+    m.tppY = ui::TwipsPerPixel(GetDeviceCaps(screen.get(), LOGPIXELSY));
     return m;
 }
 

@@ -52,7 +52,6 @@ public:
 
 private:
     static LRESULT CALLBACK TimerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp);
-    HWND timerWindow_ = nullptr;
     std::map<ui::Timer*, UINT_PTR> timerIds_;
     std::map<UINT_PTR, ui::Timer*> timers_;
     UINT_PTR nextTimerId_ = 1;
@@ -65,6 +64,8 @@ private:
     std::unique_ptr<platform::ImageCodec> codec_;
     std::unique_ptr<platform::Tray> tray_;
     std::unique_ptr<PrinterDevice> printer_;
+    // Last, so that it is destroyed first: no timer outlives the services.
+    WindowHandleOwner timerWindow_;
 };
 
 // Services, in win32_services.cpp.
@@ -73,6 +74,7 @@ std::unique_ptr<platform::Cursor> MakeCursor();
 std::unique_ptr<platform::Keyboard> MakeKeyboard();
 std::unique_ptr<platform::Clipboard> MakeClipboard();
 std::unique_ptr<platform::Shell> MakeShell();
+// The GDI+ codec, in win32_codec.cpp; the notification-area icon, in win32_tray.cpp.
 std::unique_ptr<platform::ImageCodec> MakeCodec();
 std::unique_ptr<platform::Tray> MakeTray();
 
@@ -80,7 +82,7 @@ std::unique_ptr<platform::Tray> MakeTray();
 bool RunInputBox(HWND owner, const std::wstring& prompt, const std::wstring& title,
                  std::wstring& text);
 
-// Peers, in win32_peers.cpp.
+// Peers, in peers/: the peer of a control, and the window classes of our own windows.
 std::unique_ptr<ui::Peer> MakePeer(Win32Backend& be, ui::Control& c);
 void RegisterWindowClasses();
 // Runs a handler of the model from a window procedure.

@@ -17,18 +17,13 @@ namespace {
 
 // The device name and a copy of the settings from a dialog's DEVNAMES and DEVMODE blocks.
 void TakeChoice(HGLOBAL devNames, HGLOBAL devMode, std::wstring& device, std::vector<BYTE>& mode) {
-    if (devNames) {
-        if (auto* dn = static_cast<DEVNAMES*>(GlobalLock(devNames))) {
-            device = reinterpret_cast<const wchar_t*>(dn) + dn->wDeviceOffset;
-            GlobalUnlock(devNames);
-        }
-    }
-    if (devMode) {
-        if (auto* dm = static_cast<BYTE*>(GlobalLock(devMode))) {
-            const auto* head = reinterpret_cast<const DEVMODEW*>(dm);
-            mode.assign(dm, dm + head->dmSize + head->dmDriverExtra);
-            GlobalUnlock(devMode);
-        }
+    GlobalLocked names(devNames);
+    if (auto* dn = static_cast<const DEVNAMES*>(names.get()))
+        device = reinterpret_cast<const wchar_t*>(dn) + dn->wDeviceOffset;
+    GlobalLocked settings(devMode);
+    if (auto* dm = static_cast<const BYTE*>(settings.get())) {
+        const auto* head = reinterpret_cast<const DEVMODEW*>(dm);
+        mode.assign(dm, dm + head->dmSize + head->dmDriverExtra);
     }
 }
 
@@ -84,48 +79,48 @@ public:
             dm->dmCopies = short(std::clamp(copies, 1, 9999));
             dm->dmFields |= DM_COPIES;
         }
-        dc_ = CreateDCW(L"WINSPOOL", device_.c_str(), nullptr, dm);
+        dc_.reset(CreateDCW(L"WINSPOOL", device_.c_str(), nullptr, dm));
         if (!dc_) return false;
         DOCINFOW di{};
         di.cbSize = sizeof di;
         di.lpszDocName = L"Mirovanta";
-        if (::StartDocW(dc_, &di) <= 0) {
+        if (::StartDocW(dc_.get(), &di) <= 0) {
             Close();
             return false;
         }
         started_ = true;
-        if (::StartPage(dc_) <= 0) {
+        if (::StartPage(dc_.get()) <= 0) {
             AbortDocument();
             return false;
         }
-        dpiX_ = std::max(GetDeviceCaps(dc_, LOGPIXELSX), 1);
-        dpiY_ = std::max(GetDeviceCaps(dc_, LOGPIXELSY), 1);
-        font_ = CreateFontW(-MulDiv(10, dpiY_, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
-                            DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                            DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Arial");
+        dpiX_ = std::max(GetDeviceCaps(dc_.get(), LOGPIXELSX), 1);
+        dpiY_ = std::max(GetDeviceCaps(dc_.get(), LOGPIXELSY), 1);
+        font_.reset(CreateFontW(-MulDiv(10, dpiY_, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
+                                DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Arial"));
         failed_ = false;
         return true;
     }
 
     float Text(float x, float y, const std::wstring& text) override {
         if (!dc_) return 0;
-        HGDIOBJ old = font_ ? SelectObject(dc_, font_) : nullptr;
-        SetBkMode(dc_, TRANSPARENT);
-        SetTextColor(dc_, RGB(0, 0, 0));
-        SetTextAlign(dc_, TA_LEFT | TA_TOP | TA_NOUPDATECP);
-        if (!TextOutW(dc_, PxX(x), PxY(y), text.c_str(), int(text.size()))) failed_ = true;
+        HDC dc = dc_.get();
+        Selected font(dc, font_.get());
+        SetBkMode(dc, TRANSPARENT);
+        SetTextColor(dc, RGB(0, 0, 0));
+        SetTextAlign(dc, TA_LEFT | TA_TOP | TA_NOUPDATECP);
+        if (!TextOutW(dc, PxX(x), PxY(y), text.c_str(), int(text.size()))) failed_ = true;
         TEXTMETRICW tm{};
-        GetTextMetricsW(dc_, &tm);
-        if (old) SelectObject(dc_, old);
+        GetTextMetricsW(dc, &tm);
         return float(tm.tmHeight + tm.tmExternalLeading) * 1440.f / float(dpiY_);
     }
 
     void Picture(const gdi::Surface& s, float x, float y, float w, float h) override {
         if (!dc_) return;
         BITMAPINFO bi = TopDownBitmapInfo(s.Width(), s.Height());
-        SetStretchBltMode(dc_, HALFTONE);
-        SetBrushOrgEx(dc_, 0, 0, nullptr);
-        if (StretchDIBits(dc_, PxX(x), PxY(y), PxX(w), PxY(h), 0, 0, s.Width(), s.Height(),
+        SetStretchBltMode(dc_.get(), HALFTONE);
+        SetBrushOrgEx(dc_.get(), 0, 0, nullptr);
+        if (StretchDIBits(dc_.get(), PxX(x), PxY(y), PxX(w), PxY(h), 0, 0, s.Width(), s.Height(),
                           s.Data(), &bi, DIB_RGB_COLORS, SRCCOPY) == int(GDI_ERROR))
             failed_ = true;
     }
@@ -136,14 +131,14 @@ public:
             AbortDocument();
             return false;
         }
-        const bool ok = ::EndPage(dc_) > 0 && ::EndDoc(dc_) > 0;
+        const bool ok = ::EndPage(dc_.get()) > 0 && ::EndDoc(dc_.get()) > 0;
         started_ = false;
         Close();
         return ok;
     }
 
     void AbortDocument() override {
-        if (dc_ && started_) ::AbortDoc(dc_);
+        if (dc_ && started_) ::AbortDoc(dc_.get());
         started_ = false;
         Close();
     }
@@ -166,41 +161,38 @@ private:
     // The blocks that open the dialog on the previous choice.
     HGLOBAL MakeMode() const {
         if (mode_.empty()) return nullptr;
-        HGLOBAL g = GlobalAlloc(GMEM_MOVEABLE, mode_.size());
-        if (g) {
-            std::memcpy(GlobalLock(g), mode_.data(), mode_.size());
-            GlobalUnlock(g);
-        }
-        return g;
+        GlobalMemory g(GlobalAlloc(GMEM_MOVEABLE, mode_.size()));
+        GlobalLocked p(g.get());
+        if (!p.get()) return nullptr;
+        std::memcpy(p.get(), mode_.data(), mode_.size());
+        return g.release();
     }
     HGLOBAL MakeNames() const {
         if (device_.empty()) return nullptr;
         const size_t chars = device_.size() + 1;
         const size_t offset = sizeof(DEVNAMES) / sizeof(wchar_t) + 1;
-        HGLOBAL g = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (offset + chars + 2) * 2);
-        if (g) {
-            auto* dn = static_cast<DEVNAMES*>(GlobalLock(g));
-            auto* base = reinterpret_cast<wchar_t*>(dn);
-            dn->wDeviceOffset = WORD(offset);
-            dn->wDriverOffset = WORD(offset + chars);     // empty text
-            dn->wOutputOffset = WORD(offset + chars + 1); // empty text
-            std::memcpy(base + offset, device_.c_str(), chars * sizeof(wchar_t));
-            GlobalUnlock(g);
-        }
-        return g;
+        GlobalMemory g(GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (offset + chars + 2) * 2));
+        GlobalLocked p(g.get());
+        auto* dn = static_cast<DEVNAMES*>(p.get());
+        if (!dn) return nullptr;
+        auto* base = reinterpret_cast<wchar_t*>(dn);
+        dn->wDeviceOffset = WORD(offset);
+        dn->wDriverOffset = WORD(offset + chars);     // empty text
+        dn->wOutputOffset = WORD(offset + chars + 1); // empty text
+        std::memcpy(base + offset, device_.c_str(), chars * sizeof(wchar_t));
+        return g.release();
     }
 
+    // The font goes before the DC it was made for.
     void Close() {
-        if (font_) DeleteObject(font_);
-        font_ = nullptr;
-        if (dc_) DeleteDC(dc_);
-        dc_ = nullptr;
+        font_.reset();
+        dc_.reset();
     }
 
     std::wstring device_;
     std::vector<BYTE> mode_;
-    HDC dc_ = nullptr;
-    HFONT font_ = nullptr;
+    DCHandle dc_;
+    FontHandle font_;
     bool started_ = false;
     bool failed_ = false;
     int dpiX_ = 600, dpiY_ = 600;

@@ -22,7 +22,7 @@ struct DibSection {
     ~DibSection() {
         if (old) SelectObject(dc.get(), old);
     }
-    MemoryDC dc;
+    DCHandle dc;
     Bitmap bitmap;
     void* bits = nullptr;
     HGDIOBJ old = nullptr;
@@ -78,10 +78,8 @@ public:
 bool ReadBitmap(HBITMAP bm, int w, int h, std::vector<uint32_t>& out) {
     BITMAPINFO bi = TopDownBitmapInfo(w, h);
     out.assign(size_t(w) * size_t(h), 0);
-    HDC dc = GetDC(nullptr);
-    int lines = GetDIBits(dc, bm, 0, UINT(h), out.data(), &bi, DIB_RGB_COLORS);
-    ReleaseDC(nullptr, dc);
-    return lines == h;
+    WindowDCHandle screen(nullptr);
+    return GetDIBits(screen.get(), bm, 0, UINT(h), out.data(), &bi, DIB_RGB_COLORS) == h;
 }
 
 class Win32Cursor : public platform::Cursor {
@@ -160,9 +158,11 @@ public:
         const size_t n = file.size() - 14;
         GlobalMemory mem(GlobalAlloc(GMEM_MOVEABLE, n));
         if (!mem) return;
-        void* p = GlobalLock(mem.get());
-        std::memcpy(p, file.data() + 14, n);
-        GlobalUnlock(mem.get());
+        {
+            GlobalLocked p(mem.get());
+            if (!p.get()) return;
+            std::memcpy(p.get(), file.data() + 14, n);
+        }
         ClipboardOpen open(nullptr);
         if (!open.ok()) return;
         EmptyClipboard();
@@ -174,7 +174,8 @@ public:
         HANDLE h = GetClipboardData(CF_DIB);
         if (!h) return false;
         const size_t n = GlobalSize(h);
-        const auto* p = static_cast<const uint8_t*>(GlobalLock(h));
+        GlobalLocked locked(h);
+        const auto* p = static_cast<const uint8_t*>(locked.get());
         if (!p || n < sizeof(BITMAPINFOHEADER)) return false;
         // Rebuild a file header so that the one BMP reader does the work.
         const auto* bih = reinterpret_cast<const BITMAPINFOHEADER*>(p);
@@ -190,7 +191,6 @@ public:
         std::memcpy(&file[2], &size, 4);
         std::memcpy(&file[10], &offset, 4);
         std::memcpy(&file[14], p, n);
-        GlobalUnlock(h);
         try {
             out = gdi::DecodeBmp(file.data(), file.size());
         } catch (const rt::RuntimeError&) {
@@ -213,10 +213,9 @@ public:
         const KNOWNFOLDERID& id =
             name == L"Personal" ? FOLDERID_Documents : FOLDERID_RoamingAppData;
         PWSTR path = nullptr;
-        std::wstring out;
-        if (SHGetKnownFolderPath(id, 0, nullptr, &path) == S_OK) out = path;
-        CoTaskMemFree(path);
-        return out;
+        const HRESULT hr = SHGetKnownFolderPath(id, 0, nullptr, &path);
+        CoTaskMemory owned(path); // the caller frees it whether the call succeeded or not
+        return hr == S_OK ? std::wstring(path) : std::wstring();
     }
     std::wstring ProgramFolder() override {
         std::wstring path(32768, L'\0');

@@ -1,15 +1,19 @@
-// GDI+ start-up and the notification-area icon.
+// The image codec on GDI+: start-up, loading, the indexed bitmaps of GIF files, the
+// encoders and saving.
 #include "platform/win32/win32_backend.h"
 
 #include <objidl.h> // before gdiplus.h, which needs PROPID
 
 #include <gdiplus.h>
-#include <shellapi.h>
 
 #include <cstring>
 #include <vector>
 
 namespace win32 {
+
+void GdiplusImageTraits::Close(Gdiplus::GpImage* image) {
+    Gdiplus::DllExports::GdipDisposeImage(image);
+}
 
 namespace {
 
@@ -39,6 +43,7 @@ public:
         int status = Gdiplus::DllExports::GdipCreateBitmapFromScan0(
             width, height, 0, PixelFormat8bppIndexed, nullptr, &bitmap);
         if (status != Gdiplus::Ok) return status;
+        GdiplusImage owned(bitmap);
         // The palette: a count and ARGB entries after two 32-bit fields.
         std::vector<uint8_t> buffer(sizeof(Gdiplus::ColorPalette) + 256 * sizeof(Gdiplus::ARGB));
         auto* pal = reinterpret_cast<Gdiplus::ColorPalette*>(buffer.data());
@@ -58,11 +63,8 @@ public:
                             indices.data() + size_t(y) * size_t(width), size_t(width));
             status = Gdiplus::DllExports::GdipBitmapUnlockBits(bitmap, &data);
         }
-        if (status != Gdiplus::Ok) {
-            Gdiplus::DllExports::GdipDisposeImage(bitmap);
-            return status;
-        }
-        image = platform::ImageHandle(bitmap);
+        if (status != Gdiplus::Ok) return status;
+        image = platform::ImageHandle(owned.release());
         return 0;
     }
 
@@ -113,42 +115,10 @@ private:
     ULONG_PTR token_ = 0;
 };
 
-class NotifyTray : public platform::Tray {
-public:
-    ~NotifyTray() override { Delete(); }
-    bool Add(ui::WindowHandle owner, const std::wstring& tip) override {
-        data_ = {};
-        data_.cbSize = sizeof data_;
-        data_.hWnd = HWND(owner);
-        data_.uID = 1;
-        data_.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
-        // Tray events come as mouse moves of the owner, the message number in x.
-        data_.uCallbackMessage = WM_MOUSEMOVE;
-        data_.hIcon = HICON(SendMessageW(HWND(owner), WM_GETICON, ICON_SMALL2, 0));
-        if (!data_.hIcon) data_.hIcon = HICON(GetClassLongPtrW(HWND(owner), GCLP_HICON));
-        if (!data_.hIcon) data_.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
-        lstrcpynW(data_.szTip, tip.c_str(), int(std::size(data_.szTip)));
-        present_ = Shell_NotifyIconW(NIM_ADD, &data_) != FALSE;
-        return present_;
-    }
-    void Delete() override {
-        if (!present_) return;
-        Shell_NotifyIconW(NIM_DELETE, &data_);
-        present_ = false;
-    }
-
-private:
-    NOTIFYICONDATAW data_{};
-    bool present_ = false;
-};
-
 } // namespace
 
 std::unique_ptr<platform::ImageCodec> MakeCodec() {
     return std::make_unique<GdiplusCodec>();
-}
-std::unique_ptr<platform::Tray> MakeTray() {
-    return std::make_unique<NotifyTray>();
 }
 
 } // namespace win32
