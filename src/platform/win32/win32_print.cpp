@@ -2,6 +2,7 @@
 // positions of the printer object converted from twips to the page's pixels.
 #include "platform/win32/win32_print.h"
 
+#include "platform/ui/units.h"
 #include "platform/win32/handles.h"
 
 #include <commdlg.h>
@@ -112,7 +113,7 @@ public:
         if (!TextOutW(dc, PxX(x), PxY(y), text.c_str(), int(text.size()))) failed_ = true;
         TEXTMETRICW tm{};
         GetTextMetricsW(dc, &tm);
-        return float(tm.tmHeight + tm.tmExternalLeading) * 1440.f / float(dpiY_);
+        return ui::ToTwips(tm.tmHeight + tm.tmExternalLeading, ui::TwipsPerPixel(dpiY_));
     }
 
     void Picture(const gdi::Surface& s, float x, float y, float w, float h) override {
@@ -155,8 +156,9 @@ private:
                count > 0;
     }
 
-    int PxX(float twips) const { return int(twips * float(dpiX_) / 1440.f + 0.5f); }
-    int PxY(float twips) const { return int(twips * float(dpiY_) / 1440.f + 0.5f); }
+    // The page's own resolution, not the screen's.
+    int PxX(float twips) const { return ui::ToPixels(twips, ui::TwipsPerPixel(dpiX_)); }
+    int PxY(float twips) const { return ui::ToPixels(twips, ui::TwipsPerPixel(dpiY_)); }
 
     // The blocks that open the dialog on the previous choice.
     HGLOBAL MakeMode() const {

@@ -11,20 +11,20 @@ namespace {
 DWORD FrameStyle(const ui::Form& f, DWORD& ex) {
     DWORD style = WS_CLIPCHILDREN;
     switch (f.borderStyle) {
-    case 0:
+    case ui::kBorderNone:
         style |= WS_POPUP;
         break;
-    case 1:
+    case ui::kBorderFixedSingle:
         style |= WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
         break;
-    case 3:
+    case ui::kBorderFixedDialog:
         style |= WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
         break;
-    case 4:
+    case ui::kBorderFixedToolWindow:
         style |= WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
         ex |= WS_EX_TOOLWINDOW;
         break;
-    case 5:
+    case ui::kBorderSizableToolWindow:
         style |= WS_OVERLAPPEDWINDOW;
         ex |= WS_EX_TOOLWINDOW;
         break;
@@ -32,7 +32,7 @@ DWORD FrameStyle(const ui::Form& f, DWORD& ex) {
         style |= WS_OVERLAPPEDWINDOW;
         break;
     }
-    if (f.borderStyle != 0 && f.minButton) style |= WS_MINIMIZEBOX;
+    if (f.borderStyle != ui::kBorderNone && f.minButton) style |= WS_MINIMIZEBOX;
     if (!f.maxButton) style &= ~DWORD(WS_MAXIMIZEBOX);
     if (!f.controlBox) style &= ~DWORD(WS_SYSMENU);
     if (!f.showInTaskbar) ex |= WS_EX_TOOLWINDOW;

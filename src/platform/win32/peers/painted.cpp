@@ -101,7 +101,7 @@ void PicturePeer::Paint(HDC dc, RECT r) {
     const gdi::Surface& s = picture_.Image();
     if (s.Width() < r.right || s.Height() < r.bottom) FillSolid(dc, r, Color(picture_.BackColor()));
     PaintSurface(dc, s);
-    if (picture_.BorderStyle() == 1) DrawEdge(dc, &r, EDGE_SUNKEN, BF_RECT);
+    if (picture_.BorderStyle() == ui::kBorderFixedSingle) DrawEdge(dc, &r, EDGE_SUNKEN, BF_RECT);
 }
 
 // ---- LabelPeer --------------------------------------------------------------------------
@@ -131,7 +131,7 @@ void LabelPeer::Paint(HDC dc, RECT r) {
     const ui::Label& l = label_;
     COLORREF back = l.Transparent() ? Color(l.Owner()->BackColor()) : Color(l.BackColor());
     FillSolid(dc, r, back);
-    if (l.BorderStyle() == 1) {
+    if (l.BorderStyle() == ui::kBorderFixedSingle) {
         FrameRect(dc, &r, HBRUSH(GetStockObject(BLACK_BRUSH)));
         InflateRect(&r, -2, -1);
     }
