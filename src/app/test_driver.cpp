@@ -44,8 +44,8 @@ void Wait(App& app, int ms) {
 
 const std::set<std::string>& Verbs() {
     static const std::set<std::string> verbs = {
-        "wait",  "click",   "key",         "gui",  "saveall", "waitfile", "savefolder",
-        "marks", "quality", "keepwindows", "time", "mark",    "repeat",   "end"};
+        "wait",    "click",       "key",  "gui",  "saveall", "waitfile", "savefolder", "marks",
+        "quality", "keepwindows", "time", "mark", "repeat",  "end",      "ticks"};
     return verbs;
 }
 
@@ -97,6 +97,18 @@ void RunLine(App& app, const std::string& line) {
         for (int i = 1; i <= app.NbVignettes; ++i)
             flags += app.list->PictSave[i].Visible() ? "1" : "0";
         Append(file, flags);
+    } else if (verb == "ticks") {
+        // Each capture's mail tick box: the screen pixel at its middle and its value.
+        std::string file;
+        in >> file;
+        for (int i = 1; i <= app.NbVignettes; ++i) {
+            const ui::CheckBox& box = app.list->Chkmail[i];
+            ui::Rect r;
+            app.be.GetDesktop().GetWindowRect(box.Handle(), r);
+            Append(file, std::to_string((r.left + r.right) / 2) + " " +
+                             std::to_string((r.top + r.bottom) / 2) + " " +
+                             std::to_string(box.Value()));
+        }
     } else if (verb == "quality") {
         int q = 0;
         in >> q;

@@ -12,6 +12,8 @@
 //   saveall EXT       saves every capture again in the save folder as EXT (jpg gif png bmp)
 //   savefolder PATH   the save folder setting
 //   marks FILE        append the saved mark of each capture (0 or 1, in order) to FILE
+//   ticks FILE        append "X Y VALUE" for each capture's mail tick box to FILE: the
+//                     screen pixel at its middle and its value (0 or 1)
 //   waitfile PATH     run pending events until PATH (a Windows path) exists, 120 s at most
 //   repeat N ... end  the lines between, N times (no nesting)
 //   gui FILE          append the process's GDI and USER object counts to FILE
