@@ -26,7 +26,10 @@ void frmMain::Timerclav_Timer() {
     app.ParClavier = true;
     clavier.GetAsyncKeyState(ui::kKeyControl);
 
+    // No key down reads as a blank, and a blank key column (a short settings line) is no
+    // hotkey: the two never match.
     const Params& p = app.params;
+    if (touche == L' ') return;
     if (touche != p.ToucheZone && touche != p.ToucheMemeZone && touche != p.ToucheEcran &&
         touche != p.ToucheFenetre && touche != p.ToucheDoubleH)
         return;

@@ -173,10 +173,25 @@ TEST_F(SettingsTest, ShortFirstLineReadsZerosAndBlanksAndMemoZoneOffLeavesTheFil
     EXPECT_EQ(p.EditeurNom, L"");
     EXPECT_EQ(p.DossierEnregCourt, L"D:\\Captures");
     EXPECT_EQ(l->app->main->TimPeriod.Interval(), 0);
-    // A blank hotkey matches the blank of "no key": the double-height command fires on
-    // every tick of the key timer.
-    ASSERT_FALSE(l->be.boxes.empty());
-    EXPECT_EQ(l->be.boxes[0].prompt, Entry(265));
+    // A blank hotkey is no hotkey: ten seconds of key timer show no box, and the keys
+    // that remain still fire.
+    l->be.RunFor(10000);
+    EXPECT_TRUE(l->be.boxes.empty());
+    EXPECT_EQ(l->app->NbVignettes, 0);
+    // Control+E held until a tick has read it, let go within the capture it starts.
+    l->be.keyboard.Press(ui::kKeyControl);
+    l->be.keyboard.Press('E');
+    l->app->ParClavier = false;
+    for (int t = 1; t <= 150; ++t)
+        l->be.Schedule(t, [&be = l->be, &app = *l->app] {
+            if (!app.ParClavier) return;
+            be.keyboard.Release(ui::kKeyControl);
+            be.keyboard.Release('E');
+        });
+    l->be.RunFor(1000);
+    EXPECT_EQ(l->app->NbVignettes, 1);
+    EXPECT_TRUE(l->be.boxes.empty());
+    l->app->main->SuppVignette(1); // quit without the question of unsaved captures
     Quitter(*l);
     EXPECT_EQ(Lire(), contenu);
 }
