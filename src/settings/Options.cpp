@@ -11,6 +11,8 @@ void Options::Design() {
         if (!Check1.Exists(i)) Check1.Design(i);
         Check1[i].SetValue(0);
     }
+    // The windows kept on screen during a grab (column 109 of the settings line).
+    Check1[2].SetValue(app.params.GardeFenetres != 0 ? 1 : 0);
 }
 
 void Options::ShowDialog() {}

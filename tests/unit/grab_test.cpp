@@ -221,6 +221,21 @@ TEST_F(GrabTest, FailedWindowGrabShowsTheNoticeAndLeavesTheList) {
     EXPECT_TRUE(main->TimZoom.Enabled());
 }
 
+// The options dialog's box of GardeFenetres is filled from the setting when the dialog is
+// made: kept windows are never shown again by a grab, and a failed window grab with an
+// empty list leaves the collection window down.
+TEST_F(GrabTest, KeptWindowsStayAsTheyAreAfterAFailedWindowGrab) {
+    Start();
+    app->params.GardeFenetres = 1;
+    ASSERT_FALSE(list->Visible());
+    be.desktop.foreground = 0;
+    ClickButton(mv::kCmdFenetre);
+    EXPECT_TRUE(app->EchecFen);
+    EXPECT_EQ(app->options->Check1[2].Value(), 1);
+    EXPECT_FALSE(list->Visible());
+    EXPECT_TRUE(main->Visible());
+}
+
 TEST_F(GrabTest, ThumbnailKeepsTheTemplatesLongerSide) {
     SetScreen(320, 240, kFond);
     Start();
