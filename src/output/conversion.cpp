@@ -64,9 +64,13 @@ void Conversion::ConvertirImage(const std::wstring& Source, const std::wstring& 
     image.reset();
     if (status == 0 && Format == kFormatGif) {
         // Some encoders (Wine's) give the image a local table: the GIF builder reads one
-        // global table.
-        std::vector<uint8_t> gif = rt::ReadFileBytes(Cible);
-        if (TableLocaleEnGlobale(gif)) rt::WriteFileBytes(Cible, gif.data(), gif.size());
+        // global table. A file that cannot be read back or rewritten is a failed save.
+        try {
+            std::vector<uint8_t> gif = rt::ReadFileBytes(Cible);
+            if (TableLocaleEnGlobale(gif)) rt::WriteFileBytes(Cible, gif.data(), gif.size());
+        } catch (const rt::RuntimeError& e) {
+            status = e.number;
+        }
     }
     if (status != 0) {
         app_.MsgBox(app_.Lang(190) + L"\r" + Source + L" !\r" + L"Status Code= " +

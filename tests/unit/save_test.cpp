@@ -184,6 +184,14 @@ TEST_F(SaveTest, ConversionFixesTheQualityAndReportsTheSourceOnFailure) {
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].prompt, Entry(190) + L"\r" + source + L" !\rStatus Code= 7");
     EXPECT_EQ(be.boxes[0].style, ui::kCritical);
+
+    // A GIF the encoder said it wrote and did not: the colour-table pass fails inside the
+    // conversion, which reports it like any other failure and returns.
+    be.codec.nextSaveWritesNothing = true;
+    const std::wstring gif = rt::FromUtf8((root / "Personal" / "absent.gif").string());
+    EXPECT_NO_THROW(app->conversion->ConvertirImage(source, gif, mv::kFormatGif, 50));
+    ASSERT_EQ(be.boxes.size(), 2u);
+    EXPECT_EQ(be.boxes[1].prompt, Entry(190) + L"\r" + source + L" !\rStatus Code= 53");
 }
 
 TEST_F(SaveTest, SaveDialogProposesNamesAndTheFilterDecidesTheFormat) {

@@ -166,6 +166,7 @@ int Codec::SaveImageToFile(platform::ImageHandle image, const std::wstring& path
         {path, mime, quality ? *quality : -1, it != images_.end() && it->second.indexed});
     if (nextSaveStatus != 0) return std::exchange(nextSaveStatus, 0);
     if (it == images_.end()) return 2;
+    if (std::exchange(nextSaveWritesNothing, false)) return 0;
     try {
         gdi::SaveBmp(it->second.pixels, path);
     } catch (const rt::RuntimeError&) {

@@ -123,6 +123,9 @@ public:
     bool startupOk = true;
     int startups = 0;
     int nextSaveStatus = 0; // a status to return from the next save
+    // The next save reports success and writes nothing, as an encoder given a picture it
+    // cannot take may do.
+    bool nextSaveWritesNothing = false;
     std::vector<Save> saves;
     std::vector<platform::EncoderInfo> encoders;
 
