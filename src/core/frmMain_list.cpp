@@ -13,7 +13,17 @@ namespace mv {
 
 namespace {
 constexpr int kPasColonne = 1600; // pitch of the thumbnail column, twips
+
+// Deletes a temporary capture file; one already gone (removed from outside) counts as
+// deleted, so that its row can still leave the list.
+void SupprimerFichierProv(const std::wstring& fichier) {
+    try {
+        rt::Kill(fichier);
+    } catch (const rt::RuntimeError& e) {
+        if (e.number != rt::kFileNotFound) throw;
+    }
 }
+} // namespace
 
 std::wstring frmMain::NomFichierProv(int16_t n) const {
     return L"Captprov_" + app.TagHeure + rt::Format(n, L"00") + L".bmp";
@@ -180,7 +190,7 @@ void frmMain::SuppVignette(int16_t Numero) {
                 SetLeft(app.Screen().WidthTwips() - Width());
                 SetTop(0);
             }
-            rt::Kill(app.DossierTemp + L"\\" + app.tab.FichierV[Numero]);
+            SupprimerFichierProv(app.DossierTemp + L"\\" + app.tab.FichierV[Numero]);
 
             // Rows above the gap move down by one. Horodatage stays at its row number.
             for (int i = Numero; i <= app.NbVignettes - 1; ++i) {
@@ -267,7 +277,7 @@ void frmMain::Supprimertout(bool Demande) {
         L.Chkmail.Unload(i);
         L.pictmail.Unload(i);
         L.Chksav.Unload(i);
-        rt::Kill(app.DossierTemp + L"\\" + app.tab.FichierV[i]);
+        SupprimerFichierProv(app.DossierTemp + L"\\" + app.tab.FichierV[i]);
     }
     for (int i = 1; i <= 100; ++i) app.tab.FichierV[i] = L"";
     app.NbVignettes = 0;

@@ -205,6 +205,31 @@ TEST_F(CaptureListTest, DeletingTheOnlyRowHidesTheList) {
     EXPECT_FALSE(list->Vscroll1.Enabled());
 }
 
+// A temporary file removed from outside is as good as deleted: the row goes, the rest of
+// the list stays whole, and the next capture lands in it.
+TEST_F(CaptureListTest, CaptureWhoseFileVanishedIsDeletedLikeAnyOther) {
+    Start();
+    for (int i = 0; i < 4; ++i) ClickButton(mv::kCmdEcran);
+    ASSERT_EQ(app->NbVignettes, 4);
+    rt::Kill(TempFile(4));
+    ClickButton(mv::kCmdSupprimer); // the current capture, the fourth
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_EQ(app->NbVignettes, 3);
+    EXPECT_FALSE(list->Image1.Exists(4));
+
+    rt::Kill(TempFile(2));
+    main->Supprimertout(false);
+    EXPECT_EQ(app->NbVignettes, 0);
+    EXPECT_FALSE(list->Image1.Exists(1));
+    EXPECT_EQ(TempFolderFiles().size(), 0u);
+
+    ClickButton(mv::kCmdEcran);
+    EXPECT_EQ(app->NbVignettes, 1);
+    EXPECT_TRUE(list->Image1[1].Visible());
+    EXPECT_TRUE(rt::FileExists(TempFile(1)));
+    EXPECT_TRUE(be.boxes.empty());
+}
+
 TEST_F(CaptureListTest, ClearingAllAsksAndCancelKeepsEverything) {
     Start();
     ClickButton(mv::kCmdSupprimerTout); // empty: no question
