@@ -222,9 +222,14 @@ void frmMain::Timbouton_Timer() {
 }
 
 void frmMain::Attente(float Secondes) {
-    // The midnight wrap of the clock is not handled.
+    // The clock goes back to 0 at midnight: a time below the start is on the next day.
     const double debut = app.be.Timer();
-    while (app.be.Timer() < debut + Secondes) app.DoEvents();
+    for (;;) {
+        double maintenant = app.be.Timer();
+        if (maintenant < debut) maintenant += 86400;
+        if (maintenant >= debut + Secondes) break;
+        app.DoEvents();
+    }
 }
 
 void frmMain::Form_KeyDown(int16_t KeyCode, int16_t Shift) {

@@ -236,6 +236,19 @@ TEST_F(GrabTest, KeptWindowsStayAsTheyAreAfterAFailedWindowGrab) {
     EXPECT_TRUE(main->Visible());
 }
 
+// The grab's wait starts a tenth of a second before midnight and ends after it.
+TEST_F(GrabTest, WaitAcrossMidnightEnds) {
+    Start();
+    const int64_t debut = 86399900 - be.nowMs; // 23:59:59.900 now
+    be.startTime = {2026, 11, 15, int(debut / 3600000), int(debut / 60000 % 60),
+                    int(debut / 1000 % 60), int(debut % 1000)};
+    ASSERT_GT(app->be.Timer(), 86399.8);
+    ClickButton(mv::kCmdEcran);
+    EXPECT_EQ(app->NbVignettes, 1);
+    EXPECT_LT(app->be.Timer(), 1.0);
+    EXPECT_TRUE(main->Visible());
+}
+
 TEST_F(GrabTest, ThumbnailKeepsTheTemplatesLongerSide) {
     SetScreen(320, 240, kFond);
     Start();
