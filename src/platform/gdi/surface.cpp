@@ -120,21 +120,24 @@ void DrawIcon(Surface& dst, int x, int y, const IconImage& icon) {
     int64_t y0 = std::max<int64_t>(0, -int64_t(y));
     int64_t y1 = std::min<int64_t>(icon.height, int64_t(dst.Height()) - y);
     for (int64_t iy = y0; iy < y1; ++iy) {
-        Pixel* d = dst.Row(int(y + iy)) + x;
+        // Indexed from the row's start: x may be negative, and no pointer may point
+        // outside the picture.
+        Pixel* row = dst.Row(int(y + iy));
         size_t base = size_t(iy) * size_t(icon.width);
         for (int64_t ix = x0; ix < x1; ++ix) {
+            Pixel& dp = row[x + ix];
             uint32_t c = icon.color[base + size_t(ix)];
             if (icon.hasAlpha) {
                 // Premultiplied source over destination.
                 uint32_t na = 255 - (c >> 24);
-                Pixel p = d[ix];
+                Pixel p = dp;
                 uint32_t r = std::min<uint32_t>(255, ((c >> 16) & 255) + Div255(RedOf(p) * na));
                 uint32_t g = std::min<uint32_t>(255, ((c >> 8) & 255) + Div255(GreenOf(p) * na));
                 uint32_t b = std::min<uint32_t>(255, (c & 255) + Div255(BlueOf(p) * na));
-                d[ix] = (r << 16) | (g << 8) | b;
+                dp = (r << 16) | (g << 8) | b;
             } else {
                 Pixel keep = masked && icon.mask[base + size_t(ix)] ? 0x00FFFFFFu : 0u;
-                d[ix] = ((d[ix] & keep) ^ c) & 0x00FFFFFFu;
+                dp = ((dp & keep) ^ c) & 0x00FFFFFFu;
             }
         }
     }
