@@ -384,19 +384,28 @@ void frmMain::Form_Terminate() {
 }
 
 void frmMain::quitprog() {
-    TimPeriod.SetEnabled(false);
-    app.options->Unload();
+    // Every step ignores its own run-time error and the next one runs, so that the
+    // temporary store and the tray icon go whatever state the list is in.
+    auto pas = [](const auto& etape) {
+        try {
+            etape();
+        } catch (const rt::RuntimeError&) {}
+    };
+    pas([&] { TimPeriod.SetEnabled(false); });
+    pas([&] { app.options->Unload(); });
+    // A mark that cannot be read counts as a capture not saved: the question comes.
     bool auMoinsUneNonSauvee = false;
-    for (int i = 1; i <= app.NbVignettes; ++i) {
-        if (!app.list->PictSave[i].Visible()) {
-            auMoinsUneNonSauvee = true;
-            break;
-        }
+    for (int i = 1; i <= app.NbVignettes && !auMoinsUneNonSauvee; ++i) {
+        bool sauvee = false;
+        pas([&] { sauvee = app.list->PictSave[i].Visible(); });
+        auMoinsUneNonSauvee = !sauvee;
     }
     if (app.NbVignettes >= 1 && auMoinsUneNonSauvee) {
         int rep = app.MsgBox(app.Lang(115), ui::kYesNoCancel | ui::kQuestion, app.Lang(116));
         if (rep == ui::kCancel) {
-            if (MnuCaptper.Checked()) TimPeriod.SetEnabled(true);
+            pas([&] {
+                if (MnuCaptper.Checked()) TimPeriod.SetEnabled(true);
+            });
             return;
         }
         if (rep == ui::kYes) {
@@ -405,33 +414,28 @@ void frmMain::quitprog() {
             if (ok == 0) return;
         }
     }
-    // Errors are ignored step by step: a file already gone is skipped.
-    for (int i = 1; i <= app.NbVignettes; ++i) {
-        try {
-            rt::Kill(app.DossierTemp + L"\\" + app.tab.FichierV[i]);
-        } catch (const rt::RuntimeError&) {}
-    }
-    try {
-        rt::RmDir(app.DossierTemp);
-    } catch (const rt::RuntimeError&) {}
+    // A file already gone is skipped.
+    for (int i = 1; i <= app.NbVignettes; ++i)
+        pas([&] { rt::Kill(app.DossierTemp + L"\\" + app.tab.FichierV[i]); });
+    pas([&] { rt::RmDir(app.DossierTemp); });
     // The icon leaves the notification area with the program.
-    app.be.GetTray().Delete();
+    pas([&] { app.be.GetTray().Delete(); });
     // The last rectangle size, in pixels, for the next run. Reading a control of the
     // overlay loads it, as the original runtime did.
     if (app.params.MemoZone != 0) {
-        try {
+        pas([&] {
             app.full->Load();
             const ui::ScreenMetrics ecran = app.Screen();
             // The size as a fraction of pixels: its text is cut to the field's width.
             MemoriserTaille(app.params.LigneParams,
                             double(app.full->rectsel.Width()) / double(ecran.tppX),
                             double(app.full->rectsel.Height()) / double(ecran.tppY));
-            SavOptions(app);
-        } catch (const rt::RuntimeError&) {}
+        });
+        pas([&] { SavOptions(app); });
     }
-    app.list->Unload();
-    Unload();
-    app.full->Unload();
+    pas([&] { app.list->Unload(); });
+    pas([&] { Unload(); });
+    pas([&] { app.full->Unload(); });
     app.be.End();
 }
 

@@ -240,8 +240,13 @@ TEST_F(GrabTest, KeptWindowsStayAsTheyAreAfterAFailedWindowGrab) {
 TEST_F(GrabTest, WaitAcrossMidnightEnds) {
     Start();
     const int64_t debut = 86399900 - be.nowMs; // 23:59:59.900 now
-    be.startTime = {2026, 11, 15, int(debut / 3600000), int(debut / 60000 % 60),
-                    int(debut / 1000 % 60), int(debut % 1000)};
+    be.startTime = {2026,
+                    11,
+                    15,
+                    int(debut / 3600000),
+                    int(debut / 60000 % 60),
+                    int(debut / 1000 % 60),
+                    int(debut % 1000)};
     ASSERT_GT(app->be.Timer(), 86399.8);
     ClickButton(mv::kCmdEcran);
     EXPECT_EQ(app->NbVignettes, 1);

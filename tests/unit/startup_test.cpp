@@ -240,6 +240,26 @@ TEST_F(StartupTest, QuitAsksOnlyForUnsavedCapturesAndThenRemovesTheTemporaryStor
     EXPECT_EQ(be.tray.deletes, 2);
 }
 
+// A list out of step with its count (a mark missing) does not stop the way out: the mark
+// that cannot be read counts as unsaved, and every later step still runs.
+TEST_F(StartupTest, QuitGoesOnPastAnErrorInAnyStep) {
+    MarkLanguage();
+    Start();
+    Captures(2);
+    const std::wstring f1 = TempFile(1), f2 = TempFile(2);
+    list->PictSave[1].SetVisible(true);
+    list->PictSave.Unload(2);
+    be.answers.push_back(ui::kNo);
+    EXPECT_THROW(main->quitprog(), headless::ProgramEnded);
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(115));
+    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_FALSE(rt::FileExists(f1));
+    EXPECT_FALSE(rt::FileExists(f2));
+    EXPECT_FALSE(rt::DirExists(app->DossierTemp));
+    EXPECT_FALSE(be.tray.present);
+}
+
 TEST_F(StartupTest, QuitCancelledKeepsEverythingAndRestartsThePeriodicTimerOnlyWhenTicked) {
     MarkLanguage();
     Start();
