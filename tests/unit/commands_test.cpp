@@ -3,6 +3,8 @@
 #include "app_fixture.h"
 #include "runtime/strings.h"
 
+#include <new>
+
 namespace {
 
 class CommandsTest : public AppTest {
@@ -310,6 +312,15 @@ TEST_F(CommandsTest, RunTimeErrorIsSilentInACommandAndFatalInATimer) {
     ASSERT_FALSE(be.boxes.empty());
     EXPECT_EQ(be.boxes.back().prompt.rfind(L"Run-time error '6':", 0), 0u);
     EXPECT_EQ(be.boxes.back().style, ui::kCritical);
+}
+
+// Memory that runs out under an event is run-time error 7 with its box, like any other.
+TEST_F(CommandsTest, OutOfMemoryUnderAnEventIsRunTimeError7) {
+    Start();
+    EXPECT_THROW(ui::Dispatch(be, [] { throw std::bad_alloc(); }), headless::ProgramEnded);
+    EXPECT_EQ(be.fatalNumber, 7);
+    ASSERT_FALSE(be.boxes.empty());
+    EXPECT_EQ(be.boxes.back().prompt.rfind(L"Run-time error '7':", 0), 0u);
 }
 
 } // namespace

@@ -171,6 +171,22 @@ TEST(GdiBmp, MalformedFilesRaiseInvalidPicture) {
             EXPECT_EQ(ErrorOf([&] { DecodeBmp(f->data(), n); }), rt::kInvalidPicture) << n;
 }
 
+// A whole, honest 1-bit file of 20000 x 20000 is 50 MB on disk and would be 1.6 GB in
+// memory: it is refused before any pixel is allocated. The largest capture there is, a
+// double-height 7680x4320 screen, still reads.
+TEST(GdiBmp, PictureTooLargeForMemoryIsRefusedBeforeItsPixels) {
+    const std::vector<uint8_t> pal = {0, 0, 0, 0, 255, 255, 255, 0};
+    const std::vector<uint8_t> honest =
+        MakeBmp(20000, 20000, 1, 0, pal, std::vector<uint8_t>(size_t(2500) * 20000, 0x55));
+    EXPECT_EQ(ErrorOf([&] { Decode(honest); }), rt::kInvalidPicture);
+
+    const std::vector<uint8_t> grand =
+        MakeBmp(7680, -8640, 1, 0, pal, std::vector<uint8_t>(size_t(960) * 8640, 0x0F));
+    const Surface s = Decode(grand);
+    EXPECT_EQ(s.Width(), 7680);
+    EXPECT_EQ(s.At(4, 8639), Rgb(255, 255, 255));
+}
+
 TEST(GdiBlit, BitBltClipsAgainstBothSurfacesAtEveryEdge) {
     const Surface src = Numbered(5, 4);
     const Pixel bg = Rgb(1, 2, 3);

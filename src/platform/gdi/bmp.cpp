@@ -17,7 +17,10 @@ constexpr uint32_t kInfoHeaderSize = 40;
 constexpr uint32_t kBiRgb = 0;
 constexpr uint32_t kBiBitfields = 3;
 constexpr int64_t kMaxSide = 65536;
-constexpr int64_t kMaxPixels = int64_t(20000) * 20000;
+// The most pixels a picture may hold in memory, four bytes each: 1 GiB in a 64-bit
+// process, 256 MiB in a 32-bit one, whose address space is 2 GiB. Both hold a
+// double-height capture of a 7680x4320 screen.
+constexpr int64_t kMaxPixels = sizeof(void*) >= 8 ? int64_t(1) << 28 : int64_t(1) << 26;
 constexpr int32_t kPixelsPerMeter = 3780; // 96 dots per inch
 
 [[noreturn]] void Invalid() {
@@ -158,6 +161,8 @@ Surface DecodeBmp(const uint8_t* data, size_t size) {
     // Negative height: rows stored top-down.
     bool topDown = height < 0;
     height = topDown ? -height : height;
+    // Checked before anything is read or allocated: a small file of few bits per pixel
+    // can describe a picture far larger in memory than on disk.
     if (planes != 1 || width <= 0 || height <= 0 || width > kMaxSide || height > kMaxSide ||
         width * height > kMaxPixels)
         Invalid();

@@ -1,8 +1,12 @@
 // Surface storage and the unstretched raster operations: BitBlt, AlphaBlend, DrawIcon.
 #include "platform/gdi/surface.h"
 
+#include "runtime/errors.h"
+
 #include <algorithm>
 #include <cstring>
+#include <new>
+#include <stdexcept>
 
 namespace gdi {
 
@@ -41,8 +45,15 @@ inline Pixel BlendConstant(Pixel s, Pixel d, uint32_t a) {
 } // namespace
 
 Surface::Surface(int width, int height, Pixel fill)
-    : width_(std::max(width, 0)), height_(std::max(height, 0)),
-      pixels_(size_t(width_) * size_t(height_), fill) {}
+    : width_(std::max(width, 0)), height_(std::max(height, 0)) {
+    try {
+        pixels_.assign(size_t(width_) * size_t(height_), fill);
+    } catch (const std::bad_alloc&) {
+        rt::Raise(rt::kOutOfMemory);
+    } catch (const std::length_error&) {
+        rt::Raise(rt::kOutOfMemory);
+    }
+}
 
 void Surface::Fill(Pixel p) {
     std::fill(pixels_.begin(), pixels_.end(), p);
