@@ -9,7 +9,9 @@ namespace mv {
 void MnuChgLang_Click(App& app) {
     // The chooser comes back at the next start.
     app.DossierParams = app.be.GetShell().ShellFolder(L"AppData") + L"\\Mirovanta";
-    rt::Kill(app.DossierParams + L"\\spoken.txt");
+    // Already gone (removed by hand): the choice is forgotten all the same.
+    const std::wstring spoken = app.DossierParams + L"\\spoken.txt";
+    if (rt::FileExists(spoken)) rt::Kill(spoken);
     app.main->MnuChgLang.SetChecked(true);
     app.main->MnuChgLang.SetEnabled(false);
 }

@@ -240,6 +240,25 @@ TEST_F(StartupTest, QuitAsksOnlyForUnsavedCapturesAndThenRemovesTheTemporaryStor
     EXPECT_EQ(be.tray.deletes, 2);
 }
 
+// Tools > Language forgets the choice, so that the chooser comes back at the next start;
+// with spoken.txt already gone it does the same, without a word.
+TEST_F(StartupTest, ChangingTheLanguageForgetsTheChoiceEvenWhenItIsGoneAlready) {
+    MarkLanguage();
+    Start();
+    const std::wstring spoken = be.shell.folders.at(L"AppData") + L"\\Mirovanta\\spoken.txt";
+    ASSERT_TRUE(rt::FileExists(spoken));
+    be.Click(main->MnuChgLang);
+    EXPECT_FALSE(rt::FileExists(spoken));
+    EXPECT_TRUE(main->MnuChgLang.Checked());
+    EXPECT_FALSE(main->MnuChgLang.Enabled());
+
+    main->MnuChgLang.SetEnabled(true);
+    be.Click(main->MnuChgLang);
+    EXPECT_FALSE(be.ended);
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_FALSE(main->MnuChgLang.Enabled());
+}
+
 // A list out of step with its count (a mark missing) does not stop the way out: the mark
 // that cannot be read counts as unsaved, and every later step still runs.
 TEST_F(StartupTest, QuitGoesOnPastAnErrorInAnyStep) {
