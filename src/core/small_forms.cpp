@@ -36,6 +36,10 @@ void frmSplash::Form_Load() {
 }
 
 void frmSplash::Timstart_Timer() {
+    // Only the first tick: the unload shows the main window, whose load may wait on a
+    // question (a damaged settings file), and a second tick meanwhile would load it again
+    // inside the first load, with a second question over the first.
+    Timstart.SetEnabled(false);
     Unload();
 }
 

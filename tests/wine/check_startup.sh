@@ -157,6 +157,71 @@ check_exit_question_no() {
     [[ -z "$(temp_folders)" ]] || { wh_reason "left behind: $(temp_folders)"; return 1; }
 }
 
+# The repair question of a damaged params.txt, a box titled like the main window, which
+# stands at the top right: the question is the one in the middle of the screen.
+question_in_middle() {
+    local w
+    for w in $(xdotool search --onlyvisible --name '^Mirovanta$' 2>/dev/null); do
+        wh_window_geometry "$w" || continue
+        if ((WH_Y > 200)); then QUESTION=$w; QX=$WH_X; QY=$WH_Y; QW=$WH_W; QH=$WH_H; return 0; fi
+    done
+    return 1
+}
+
+# FIRST_LINE: line 1 as a first start writes it; REPAIR_LINE: as the repair road writes it
+# (no double-height key, no placed rectangle).
+FIRST_LINE="$(printf 'X%.0s' {1..92})04200260ZMEFY00007Capt111001010000    mspaint.exe$(printf ' %.0s' {1..139})c:\\tempocapt<======="
+REPAIR_LINE="${FIRST_LINE:0:104}2${FIRST_LINE:105:14}0${FIRST_LINE:120}"
+
+# A one-line params.txt asks the repair question. No ends the program at once and leaves
+# the file as it was; Yes writes the repair file, says so, and ends the program.
+check_repair_no() {
+    printf 'ConstPRJA\r\n' > "$APPDATA/spoken.txt"
+    printf 'garbage only\r\n' > "$APPDATA/params.txt"
+    cp "$APPDATA/params.txt" "$WH_TMP/params-before.txt"
+    launch
+    wh_wait_for "the repair question" 20 question_in_middle || return 1
+    sleep 1 # the splash's time runs out behind the question
+    wh_screenshot repair-question.png
+    # No: the right-hand button of the two, at the bottom of the box.
+    wh_click root $((QX + QW / 2 + 35)) $((QY + QH - 20)) || return 1
+    wh_wait_exit "$PROGRAM" 15 || return 1
+    cmp -s "$APPDATA/params.txt" "$WH_TMP/params-before.txt" ||
+        { wh_reason "params.txt changed: $(head -c 80 "$APPDATA/params.txt")"; return 1; }
+}
+
+check_repair_yes() {
+    launch
+    wh_wait_for "the repair question" 20 question_in_middle || return 1
+    sleep 1
+    wh_click root $((QX + QW / 2 - 35)) $((QY + QH - 20)) || return 1
+    local first=$QUESTION
+    wh_wait_for "the notice of the repair" 20 question_in_middle_but "$first" || return 1
+    wh_screenshot repair-done.png
+    wh_key "$QUESTION" Return || return 1
+    wh_wait_exit "$PROGRAM" 15 || return 1
+    local line1
+    line1=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
+    [[ "$line1" == "$REPAIR_LINE" ]] || { wh_reason "line 1 is '$line1'"; return 1; }
+}
+question_in_middle_but() { question_in_middle && [[ $QUESTION != "$1" ]]; }
+
+# A line 1 cut after 103 characters leaves the window and double-height keys blank: the
+# program starts, no box comes for ten seconds, and Control+E still captures.
+check_short_settings_line() {
+    printf '%s\r\nC:\\users\r\n' "${FIRST_LINE:0:103}" > "$APPDATA/params.txt"
+    launch
+    wait_main ConstPRJA || return 1
+    sleep 10
+    if question_in_middle; then wh_reason "a box came up"; return 1; fi
+    local before
+    before=$(temp_files | wc -l)
+    wh_key_hold "$MAIN" ctrl+e 0.3 || return 1
+    wh_wait_for "a capture" 20 count_temp_files $((before + 1)) || return 1
+    sleep 1
+    if question_in_middle; then wh_reason "a box came up after the capture"; return 1; fi
+}
+
 wh_check "the first start shows the language chooser" check_chooser
 wh_check "the French flag writes spoken.txt and the main window comes up in French" check_french
 wh_check "params.txt holds the first-run line" check_first_run_settings
@@ -167,4 +232,7 @@ wh_check "Control+E from another program captures the whole screen" check_hotkey
 wh_check "Control+F captures the window in front" check_hotkey_window
 wh_check "Control+Q with captures asks, and Cancel keeps them" check_exit_question_cancel
 wh_check "answering No ends the program and removes the temporary files" check_exit_question_no
+wh_check "No to the repair question ends the program and leaves params.txt as it was" check_repair_no
+wh_check "Yes to the repair question writes the repair file and ends the program" check_repair_yes
+wh_check "a short settings line starts without a box and Control+E captures" check_short_settings_line
 wh_finish
