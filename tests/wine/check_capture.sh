@@ -193,6 +193,57 @@ SCRIPT
 }
 wh_check "a click on a tick box ticks the capture and a second unticks it" check_tick_box
 
+# A capture whose temporary file was deleted from outside: Delete removes its row, clearing
+# the list goes through to the end, and the next capture lands in the list.
+check_vanished_file() {
+    local script="$WH_TMP/vanish.txt" t1="$WH_TMP/t1.txt" t3="$WH_TMP/t3.txt"
+    local ready="$WH_TMP/v-ready" cleared="$WH_TMP/v-cleared" done="$WH_TMP/v-done"
+    cat > "$script" <<SCRIPT
+wait 1500
+keepwindows
+click 1
+wait 300
+click 1
+wait 300
+click 1
+wait 500
+mark $(winepath -w "$ready") ready
+waitfile $(winepath -w "$WH_TMP/v-go1")
+key 46 0
+wait 500
+ticks $(winepath -w "$t1")
+waitfile $(winepath -w "$WH_TMP/v-go2")
+click 10
+wait 500
+mark $(winepath -w "$cleared") cleared
+click 1
+wait 500
+ticks $(winepath -w "$t3")
+mark $(winepath -w "$done") done
+key 46 0
+wait 300
+key 81 2
+SCRIPT
+    wh_launch_driver "$BIN" "$script"
+    local program=$WH_PID
+    wh_wait_file "$ready" 60 || return 1
+    rm -f "$(temp_files | tail -1)" # the third, the current capture
+    touch "$WH_TMP/v-go1"
+    wh_wait_file "$t1" 30 || return 1
+    (($(wc -l < "$t1") == 2)) || { wh_reason "$(wc -l < "$t1") rows after Delete, want 2"; return 1; }
+    rm -f "$(temp_files | head -1)"
+    touch "$WH_TMP/v-go2"
+    # Clearing the list asks first: OK.
+    wh_find_window '^Mirovanta$' 20 || return 1
+    wh_key "$WH_WID" Return || return 1
+    wh_wait_file "$cleared" 30 || return 1
+    has_temp_file && { wh_reason "temporary files left: $(temp_files)"; return 1; }
+    wh_wait_file "$done" 30 || return 1
+    (($(wc -l < "$t3") == 1)) || { wh_reason "$(wc -l < "$t3") rows after a new capture, want 1"; return 1; }
+    wh_wait_exit "$program" 30
+}
+wh_check "a capture whose file vanished is deleted, the list cleared, and a new one lands" check_vanished_file
+
 # A script word the driver does not know ends the run at once, before any step: a check
 # with a typing error fails instead of waiting on a step that never comes.
 check_driver_refuses() {
