@@ -71,7 +71,7 @@ LoadResult ChargerLangue(Language& lang, std::span<const uint8_t> bytes) {
     ligne = lireTampon();
     Valeur(ligne, valeur);
     while (!Commence(ligne, kFinBulles)) {
-        lang.TabBulles.push_back(valeur);
+        if (lang.TabBulles.size() < size_t(kMaxBulles)) lang.TabBulles.push_back(valeur);
         ligne = lireTampon();
         Valeur(ligne, valeur);
     }

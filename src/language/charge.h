@@ -37,6 +37,10 @@ struct LoadResult {
 // 301, help page 101), and as DecodeLigne for a line with an unreadable key.
 LoadResult ChargerLangue(Language& lang, std::span<const uint8_t> bytes);
 
+// The most tips kept: a tips section of millions of lines is read through to its end, and
+// the lines past this many are dropped.
+inline constexpr int kMaxBulles = 4096;
+
 // The first line of spoken.txt (62 when the file is empty). Its first nine characters name
 // the language file: LanguageFileName.
 std::wstring SpokenCode(std::span<const uint8_t> bytes);

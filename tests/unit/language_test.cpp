@@ -264,6 +264,20 @@ TEST(LanguageFile, ValueRules) {
     EXPECT_EQ(lang.AideMenu(0, 4), L"menu 4");
 }
 
+// Each empty line of the tips section repeats the last tip: a tip followed by a flood of
+// empty lines costs a bounded memory, and the help after it is still read.
+TEST(LanguageFile, TipsSectionHoldsABoundedNumberOfTips) {
+    Fichier f(3);
+    f.bulles = {"\"" + std::string(400, 't') + "\""};
+    f.bulles.resize(20000);
+    f.aide = {"\"page\""};
+    mv::Language lang;
+    ASSERT_TRUE(mv::ChargerLangue(lang, f.Octets()));
+    EXPECT_EQ(lang.TabBulles.size(), size_t(mv::kMaxBulles));
+    EXPECT_EQ(lang.TabBulles.back(), std::wstring(400, L't'));
+    EXPECT_EQ(lang.Aide(0), L"page");
+}
+
 TEST(LanguageFile, EntriesAndTipsCutAt500Characters) {
     Fichier f(3);
     // The closing quote at character 500 is inside the buffer; at 501 it is cut off.
