@@ -136,8 +136,10 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
             int16_t ok = -1;
             EnregistrerTout(app, ok, app.NbVignettes, ExtensionAuto(app.params));
         }
-        if (L.WindowState() == ui::kNormal && !MnuCaptper.Checked()) L.SetLeft(0);
-        L.TimerCache.SetEnabled(true);
+        if (L.WindowState() == ui::kNormal && !MnuCaptper.Checked()) {
+            L.SetLeft(0);
+            L.TimerCache.SetEnabled(true);
+        }
         auto& dernier = L.Gimage1[app.NbVignettes];
         L.Frame1.SetHeight(dernier.Height() + dernier.Top() + 400);
     } catch (const rt::RuntimeError& e) {

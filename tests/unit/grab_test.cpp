@@ -335,6 +335,15 @@ TEST_F(GrabTest, ThumbnailsArePlacedInTheColumn) {
 
     ClickButton(mv::kCmdFenetre); // now above the ceiling: held there
     EXPECT_FLOAT_EQ(list->Height(), 3600 - 500);
+
+    // While a periodic capture runs the window neither comes back nor starts sliding away.
+    main->MnuCaptper.SetChecked(true);
+    list->TimerCache.SetEnabled(false);
+    list->SetLeft(-2000);
+    ClickButton(mv::kCmdFenetre);
+    EXPECT_EQ(app->NbVignettes, 4);
+    EXPECT_FLOAT_EQ(list->Left(), -2000);
+    EXPECT_FALSE(list->TimerCache.Enabled());
 }
 
 TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
