@@ -162,7 +162,8 @@ void frmMain::Form_Load() {
     // A folder left by a crashed run is never reused: the name grows instead.
     rnd.Randomize(app.be.Timer());
     app.DossierTemp = app.params.DossierTemp;
-    while (rt::DirExists(app.DossierTemp))
+    // A file of that name (not ours to remove) takes the name as well.
+    while (rt::DirExists(app.DossierTemp) || rt::FileExists(app.DossierTemp))
         app.DossierTemp += rt::Format(rt::Int(rnd.Rnd() * 999), L"000");
     rt::MkDir(app.DossierTemp);
 

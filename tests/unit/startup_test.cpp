@@ -213,6 +213,20 @@ TEST_F(StartupTest, StaleTemporaryFolderMakesTheNameGrowByThreeDigitsAtATime) {
     EXPECT_TRUE(rt::DirExists(premier));
 }
 
+// A file where the temporary folder should be is left alone: the name grows past it and
+// the program starts.
+TEST_F(StartupTest, FileInPlaceOfTheTemporaryFolderIsPassedBy) {
+    const std::wstring base = Dossier() + L"\\tempocapt";
+    rt::MkDir(Dossier());
+    rt::WriteFileBytes(base, "mine", 4);
+    Start();
+    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_TRUE(main->Visible());
+    EXPECT_EQ(app->DossierTemp.size(), base.size() + 3);
+    EXPECT_TRUE(rt::DirExists(app->DossierTemp));
+    EXPECT_EQ(Lire(base), "mine");
+}
+
 TEST_F(StartupTest, QuitAsksOnlyForUnsavedCapturesAndThenRemovesTheTemporaryStore) {
     MarkLanguage();
     Start();
