@@ -42,17 +42,37 @@ void FrmChoixLng::Design() {
     }
 }
 
+bool FrmChoixLng::LangueChoisie() {
+    // An empty or garbled spoken.txt names no language file of the program: the choice
+    // is asked again, and the new one replaces it.
+    try {
+        const std::wstring spoken = app.DossierParams + L"\\spoken.txt";
+        if (!rt::FileExists(spoken)) return false;
+        const std::wstring code = SpokenCode(rt::ReadFileBytes(spoken));
+        return !rt::Trim(code).empty() &&
+               rt::FileExists(app.be.GetShell().ProgramFolder() + L"\\" + LanguageFileName(code));
+    } catch (const rt::RuntimeError&) {
+        return false;
+    }
+}
+
 void FrmChoixLng::Form_Load() {
     // The see-through background leaves only the two flags and their names on screen.
     SetTransparentKey(kFondTransparent);
-    const std::wstring dossier = app.be.GetShell().ProgramFolder();
-    Image1.SetPicture(gdi::LoadBmp(dossier + L"\\flagfr.bmp"));
-    Image2.SetPicture(gdi::LoadBmp(dossier + L"\\flagen.bmp"));
     app.DossierParams = app.be.GetShell().ShellFolder(L"AppData") + L"\\Mirovanta";
-    if (rt::FileExists(app.DossierParams + L"\\spoken.txt")) {
+    if (LangueChoisie()) {
         ChargtConstEouF();
         Unload();
         return;
+    }
+    // Only the chooser needs the flags; a flag that cannot be read leaves its box blank,
+    // with the language's name beneath it still to click.
+    const std::wstring dossier = app.be.GetShell().ProgramFolder();
+    for (auto [image, fichier] :
+         {std::pair{&Image1, L"\\flagfr.bmp"}, {&Image2, L"\\flagen.bmp"}}) {
+        try {
+            image->SetPicture(gdi::LoadBmp(dossier + fichier));
+        } catch (const rt::RuntimeError&) {}
     }
     if (!rt::DirExists(app.DossierParams)) rt::MkDir(app.DossierParams);
 }

@@ -30,6 +30,8 @@ protected:
 
 private:
     void Choisir(const std::string& code);
+    // True when spoken.txt names a language file of the program.
+    bool LangueChoisie();
 };
 
 } // namespace mv

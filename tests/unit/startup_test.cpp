@@ -227,6 +227,37 @@ TEST_F(StartupTest, FileInPlaceOfTheTemporaryFolderIsPassedBy) {
     EXPECT_EQ(Lire(base), "mine");
 }
 
+// An empty or garbled spoken.txt brings the chooser back instead of a fatal error; with a
+// flag bitmap gone the chooser still comes, its box blank, and a choice goes on.
+TEST_F(StartupTest, DamagedLanguageChoiceAsksAgainAndMissingFlagsDoNotStopIt) {
+    const auto programme = root / "Programme";
+    std::filesystem::copy(MIROVANTA_ASSET_DIR, programme);
+    std::filesystem::remove(programme / "flagfr.bmp");
+    be.shell.programFolder = rt::FromUtf8(programme.string());
+    rt::MkDir(Dossier());
+    rt::WriteFileBytes(Dossier() + L"\\spoken.txt", "\xff\x01garbage\r\n", 11);
+    Start(nullptr);
+    EXPECT_EQ(be.fatalNumber, 0);
+    auto& choix = *app->choix;
+    ASSERT_TRUE(choix.Visible());
+    EXPECT_TRUE(choix.Image1.Picture().Empty());
+    EXPECT_FALSE(choix.Image2.Picture().Empty());
+    be.Click(choix.Image2);
+    be.RunFor(1000);
+    EXPECT_EQ(Lire(Dossier() + L"\\spoken.txt"), "ConstPRJA\r\n");
+    EXPECT_TRUE(main->Visible());
+
+    // Empty: the same. With the language chosen, no flag is read at all.
+    rt::WriteFileBytes(Dossier() + L"\\spoken.txt", "", 0);
+    auto autre = StartAnother();
+    EXPECT_TRUE(autre->app->choix->Visible());
+    rt::WriteFileBytes(Dossier() + L"\\spoken.txt", "ConstPRJA\r\n", 11);
+    std::filesystem::remove(programme / "flagen.bmp");
+    auto troisieme = StartAnother();
+    EXPECT_EQ(troisieme->be.fatalNumber, 0);
+    EXPECT_FALSE(troisieme->app->choix->IsLoaded());
+}
+
 TEST_F(StartupTest, QuitAsksOnlyForUnsavedCapturesAndThenRemovesTheTemporaryStore) {
     MarkLanguage();
     Start();
