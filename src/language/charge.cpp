@@ -33,7 +33,7 @@ bool Valeur(const std::string& ligne, std::wstring& valeur) {
     if (p1 == std::string::npos) return false;
     const size_t p2 = ligne.find('"', p1 + 1);
     if (p2 == std::string::npos) return false;
-    valeur = rt::FromCp1252(std::string_view(ligne).substr(p1 + 1, p2 - p1 - 1));
+    valeur = rt::FromAnsi(std::string_view(ligne).substr(p1 + 1, p2 - p1 - 1));
     return true;
 }
 
@@ -59,7 +59,7 @@ LoadResult ChargerLangue(Language& lang, std::span<const uint8_t> bytes) {
     std::string ligne = lireTampon();
     int n = 0;
     while (!Commence(ligne, kFinConstantes)) {
-        if (rt::Val(rt::FromCp1252(std::string_view(ligne).substr(0, 3))) != n) {
+        if (rt::Val(rt::FromAnsi(std::string_view(ligne).substr(0, 3))) != n) {
             resultat.permanentError = true;
             return resultat;
         }
@@ -98,7 +98,7 @@ LoadResult ChargerLangue(Language& lang, std::span<const uint8_t> bytes) {
 std::wstring SpokenCode(std::span<const uint8_t> bytes) {
     rt::LineInput fichier(
         std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
-    return rt::FromCp1252(fichier.Next());
+    return rt::FromAnsi(fichier.Next());
 }
 
 std::wstring LanguageFileName(const std::wstring& code) {

@@ -1,4 +1,4 @@
-// UTF-8 and Windows-1252 conversions declared in files.h.
+// UTF-8 and single-byte code page conversions declared in files.h.
 #include "runtime/files.h"
 
 #include <type_traits>
@@ -9,12 +9,23 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-// Code points of bytes 0x80..0x9F in Windows-1252; the five unassigned bytes map to
-// themselves, as MultiByteToWideChar does.
-constexpr char16_t kCp1252High[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+// Windows-1252: bytes 0x80..0x9F as listed (the five unassigned ones map to themselves, as
+// MultiByteToWideChar does), 0xA0..0xFF as Latin-1.
+AnsiCodePage MakeCp1252() {
+    constexpr char16_t k80[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                  0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+    AnsiCodePage page;
+    page.id = 1252;
+    for (int k = 0; k < 128; ++k) page.high[k] = k < 32 ? k80[k] : static_cast<char16_t>(0x80 + k);
+    return page;
+}
+
+AnsiCodePage& SystemPage() {
+    static AnsiCodePage page = MakeCp1252();
+    return page;
+}
 
 bool IsHighSurrogate(char32_t c) {
     return c >= 0xD800 && c < 0xDC00;
@@ -112,35 +123,72 @@ std::wstring FromUtf8(std::string_view s) {
     return out;
 }
 
-std::string ToCp1252(std::wstring_view s) {
+namespace {
+
+// The byte of c in page, or -1.
+int ByteOf(const AnsiCodePage& page, char32_t c) {
+    if (c < 0x80) return static_cast<int>(c);
+    for (int k = 0; k < 128; ++k)
+        if (page.high[k] == c) return 0x80 + k;
+    return -1;
+}
+
+std::string Encode(const AnsiCodePage& page, std::wstring_view s, bool* lost) {
     std::string out;
     out.reserve(s.size());
     for (size_t i = 0; i < s.size();) {
-        char32_t c = NextCodePoint(s, i);
-        char b = '?';
-        if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
-            b = static_cast<char>(c);
-        } else {
-            for (int k = 0; k < 32; ++k) {
-                if (kCp1252High[k] == c) {
-                    b = static_cast<char>(0x80 + k);
-                    break;
-                }
-            }
-        }
-        out.push_back(b);
+        const int b = ByteOf(page, NextCodePoint(s, i));
+        if (b < 0 && lost) *lost = true;
+        out.push_back(static_cast<char>(b < 0 ? '?' : b));
     }
     return out;
 }
 
-std::wstring FromCp1252(std::string_view s) {
+std::wstring Decode(const AnsiCodePage& page, std::string_view s) {
     std::wstring out;
     out.reserve(s.size());
     for (char ch : s) {
-        unsigned char b = static_cast<unsigned char>(ch);
-        out.push_back(static_cast<wchar_t>(b >= 0x80 && b < 0xA0 ? kCp1252High[b - 0x80] : b));
+        const auto b = static_cast<unsigned char>(ch);
+        out.push_back(static_cast<wchar_t>(b < 0x80 ? b : page.high[b - 0x80]));
     }
     return out;
+}
+
+} // namespace
+
+const AnsiCodePage& Cp1252Page() {
+    static const AnsiCodePage page = MakeCp1252();
+    return page;
+}
+
+std::string ToCp1252(std::wstring_view s) {
+    return Encode(Cp1252Page(), s, nullptr);
+}
+
+std::wstring FromCp1252(std::string_view s) {
+    return Decode(Cp1252Page(), s);
+}
+
+void SetAnsiCodePage(const AnsiCodePage& page) {
+    SystemPage() = page;
+}
+
+const AnsiCodePage& AnsiPage() {
+    return SystemPage();
+}
+
+std::string ToAnsi(std::wstring_view s) {
+    return Encode(SystemPage(), s, nullptr);
+}
+
+std::wstring FromAnsi(std::string_view s) {
+    return Decode(SystemPage(), s);
+}
+
+bool AnsiHolds(std::wstring_view s) {
+    bool lost = false;
+    Encode(SystemPage(), s, &lost);
+    return !lost;
 }
 
 } // namespace rt

@@ -4,6 +4,7 @@
 // Every failure raises rt::RuntimeError with the number the original runtime gave.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -18,11 +19,29 @@ namespace rt {
 std::string ToUtf8(std::wstring_view s);
 std::wstring FromUtf8(std::string_view s);
 
-// Windows-1252 single-byte text, as the system's own files are written. Bytes 0x81, 0x8D,
-// 0x8F, 0x90 and 0x9D map to the C1 code points of the same value (both ways, as Windows
-// does), so any byte string survives a round trip. Characters with no byte become '?'.
+// A single-byte code page: bytes below 0x80 are ASCII, high[b - 0x80] is the character of
+// byte b. Bytes a page leaves unassigned map to the C1 code point of the same value (both
+// ways, as Windows does), so any byte string survives a round trip.
+struct AnsiCodePage {
+    unsigned id = 0;
+    std::array<char16_t, 128> high{};
+};
+
+// Windows-1252, in which the language files are installed.
+const AnsiCodePage& Cp1252Page();
 std::string ToCp1252(std::wstring_view s);
 std::wstring FromCp1252(std::string_view s);
+
+// The system's single-byte code page ("ANSI"), in which params.txt, spoken.txt and the
+// language files are read and written, and in which Asc and Chr count. Windows-1252 until
+// the platform installs the system's own page at start-up.
+void SetAnsiCodePage(const AnsiCodePage& page);
+const AnsiCodePage& AnsiPage();
+// Characters with no byte become '?'.
+std::string ToAnsi(std::wstring_view s);
+std::wstring FromAnsi(std::string_view s);
+// True when every character of s has a byte in the system's page (ToAnsi loses nothing).
+bool AnsiHolds(std::wstring_view s);
 
 // The program's path as a filesystem path: on Windows the UTF-16 text unchanged; elsewhere
 // backslashes become '/' and the text is encoded as UTF-8.

@@ -171,12 +171,12 @@ std::wstring String(long long n, std::wstring_view ch) {
 
 int Asc(std::wstring_view s) {
     if (s.empty()) Raise(kInvalidCall);
-    return static_cast<unsigned char>(ToCp1252(s.substr(0, 1))[0]);
+    return static_cast<unsigned char>(ToAnsi(s.substr(0, 1))[0]);
 }
 
 std::wstring Chr(int code) {
     if (code < 0 || code > 255) Raise(kInvalidCall);
-    return FromCp1252(std::string(1, static_cast<char>(code)));
+    return FromAnsi(std::string(1, static_cast<char>(code)));
 }
 
 int AscW(std::wstring_view s) {

@@ -40,7 +40,7 @@ std::wstring Space(long long n);
 std::wstring String(long long n, wchar_t ch);
 std::wstring String(long long n, std::wstring_view ch);
 
-// Character codes: Asc/Chr in Windows-1252 (Chr outside 0..255 raises 5; Asc of a character
+// Character codes: Asc/Chr in the system code page (Chr outside 0..255 raises 5; Asc of a character
 // with no byte gives the code of '?'), AscW/ChrW in UTF-16 units. An empty Asc raises 5.
 int Asc(std::wstring_view s);
 std::wstring Chr(int code);

@@ -55,6 +55,9 @@ void chargtparam(App& app) {
         }
         const int32_t intervalle = RemplirParams(p, ligne1, ligne2, app.DossierParams);
         app.main->TimPeriod.SetInterval(intervalle);
+        // Said once a start, rather than by a failed save at every capture.
+        if (DossierNonTranscrit(p))
+            app.MsgBox(app.Lang(272) + L"\r\n\r\n" + p.DossierEnregCourt, ui::kExclamation);
     } catch (const rt::RuntimeError& e) {
         // A file that vanished before it could be opened has nothing to delete.
         Reparer(app, fichier, e.number != rt::kFileNotFound);

@@ -64,7 +64,7 @@ std::wstring Cadrer(std::wstring_view s, size_t n) {
 LignesParams LireLignes(std::string_view octets) {
     rt::LineInput lecteur(octets);
     // Only the first 300 characters survive the fixed-length field.
-    auto ligne = [&lecteur] { return rt::FromCp1252(lecteur.Next().substr(0, kLargeurLigne)); };
+    auto ligne = [&lecteur] { return rt::FromAnsi(lecteur.Next().substr(0, kLargeurLigne)); };
     LignesParams l;
     l.ligne1 = Cadrer(ligne());
     l.ligne2 = Cadrer(ligne());
@@ -124,15 +124,24 @@ int32_t RemplirParams(Params& p, std::wstring_view ligne1, std::wstring_view lig
     return intervalle;
 }
 
+bool DossierNonTranscrit(Params& p) {
+    if (rt::InStr(p.DossierEnregCourt, L"?") > 0) {
+        p.DossierEnreg = Cadrer(p.DossierPerso);
+        p.DossierEnregCourt = DossierCourt(p.DossierEnreg);
+        return true;
+    }
+    return !rt::AnsiHolds(p.DossierEnregCourt);
+}
+
 void MemoriserTaille(std::wstring& ligne, double largeurPixels, double hauteurPixels) {
     RemplacerMid(ligne, 93, 4, rt::Str(largeurPixels));
     RemplacerMid(ligne, 97, 4, rt::Str(hauteurPixels));
 }
 
 std::string ContenuFichier(std::wstring_view ligne1, std::wstring_view ligne2) {
-    std::string octets = rt::ToCp1252(ligne1);
+    std::string octets = rt::ToAnsi(ligne1);
     octets += "\r\n";
-    octets += rt::ToCp1252(ligne2);
+    octets += rt::ToAnsi(ligne2);
     octets += "\r\n";
     return octets;
 }

@@ -1,5 +1,5 @@
-// params.txt: two lines of Windows-1252 text with CR LF ends. Line 1 holds every setting in
-// fixed columns of a 300-character line; line 2 is the save folder.
+// params.txt: two lines of text in the system code page with CR LF ends. Line 1 holds every setting
+// in fixed columns of a 300-character line; line 2 is the save folder.
 //
 // This header is pure (bytes and text in, Params out, no files, no windows) so that it can
 // be tested and fuzzed alone; settings_app.h does the file work on the running program.
@@ -52,15 +52,21 @@ int32_t DecoderLigne(Params& p);
 int32_t RemplirParams(Params& p, std::wstring_view ligne1, std::wstring_view ligne2,
                       const std::wstring& dossierParams);
 
+// A save folder that params.txt cannot carry: its name holds a character that the system
+// code page lacks (the file would get '?' in its place), or it came back from the file with
+// a '?', which no Windows path holds, where such a character was lost. Returns false for a
+// folder that the file carries; else true, with the Personal folder in place of a lost one.
+bool DossierNonTranscrit(Params& p);
+
 // Stores the rectangle size remembered at exit into columns 93-96 and 97-100 of ligne: the
 // text of each value with its leading blank, written as the Mid statement writes, so at
 // most four characters replace the field (1280 becomes " 128") and a shorter text leaves
 // the rest of the field as it was (50 over "0420" gives " 500").
 void MemoriserTaille(std::wstring& ligne, double largeurPixels, double hauteurPixels);
 
-// The file's bytes: line 1 and line 2 each followed by CR LF, in Windows-1252. A character
-// that Windows-1252 lacks is written as '?', as the ANSI conversion of the original did, so
-// a save folder with such a character comes back with '?' in its place.
+// The file's bytes: line 1 and line 2 each followed by CR LF, in the system code page. A
+// character that the page lacks is written as '?', as the ANSI conversion of the original
+// did, so a save folder with such a character comes back with '?' in its place.
 std::string ContenuFichier(std::wstring_view ligne1, std::wstring_view ligne2);
 
 // The file of the settings in the program's per-user folder.

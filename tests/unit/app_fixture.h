@@ -22,6 +22,25 @@
 #include <string>
 #include <vector>
 
+// Windows-1250 as far as the tests need it: Ł, ł and č where Windows-1252 has £, ³ and è.
+inline rt::AnsiCodePage CentralEuropeanPage() {
+    rt::AnsiCodePage page = rt::Cp1252Page();
+    page.id = 1250;
+    page.high[0x23] = 0x0141;
+    page.high[0x33] = 0x0142;
+    page.high[0x68] = 0x010D;
+    return page;
+}
+
+// The system code page for one scope, Windows-1252 again after it.
+class ScopedAnsiPage {
+public:
+    explicit ScopedAnsiPage(const rt::AnsiCodePage& page) { rt::SetAnsiCodePage(page); }
+    ~ScopedAnsiPage() { rt::SetAnsiCodePage(rt::Cp1252Page()); }
+    ScopedAnsiPage(const ScopedAnsiPage&) = delete;
+    ScopedAnsiPage& operator=(const ScopedAnsiPage&) = delete;
+};
+
 class AppTest : public ::testing::Test {
 protected:
     void SetUp() override;

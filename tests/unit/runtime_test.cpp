@@ -211,6 +211,20 @@ TEST(RuntimeText, Encodings) {
     for (int b = 0; b < 256; ++b) all += static_cast<char>(b);
     EXPECT_EQ(rt::ToCp1252(rt::FromCp1252(all)), all);
     EXPECT_EQ(rt::FromCp1252("\x80\x92"), L"€’");
+
+    // The system page decides the settings' bytes and Asc/Chr; the language tool's stays.
+    rt::AnsiCodePage page = rt::Cp1252Page();
+    page.high[0x23] = 0x0141; // Ł, as in Windows-1250
+    rt::SetAnsiCodePage(page);
+    EXPECT_EQ(rt::ToAnsi(L"\u0141\u00A3"), "\xA3?");
+    EXPECT_EQ(rt::FromAnsi("\xA3"), L"\u0141");
+    EXPECT_TRUE(rt::AnsiHolds(L"\u0141\u20AC"));
+    EXPECT_FALSE(rt::AnsiHolds(L"\u00A3"));
+    EXPECT_EQ(rt::Asc(L"\u0141"), 0xA3);
+    EXPECT_EQ(rt::Chr(0xA3), L"\u0141");
+    EXPECT_EQ(rt::ToCp1252(L"\u00A3"), "\xA3");
+    rt::SetAnsiCodePage(rt::Cp1252Page());
+    EXPECT_EQ(rt::Chr(0xA3), L"\u00A3");
 }
 
 class RuntimeFiles : public ::testing::Test {

@@ -286,21 +286,46 @@ TEST_F(SettingsTest, SaveFolderLineIsReadPaddedOrNotAndSavOptionsWritesDossierPe
     EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\Captures");
 }
 
-TEST_F(SettingsTest, WideFolderNamesWorkAndTheFileHoldsWindows1252) {
+TEST_F(SettingsTest, FolderNamesTravelInTheSystemCodePage) {
     // The per-user folder has a name outside any single-byte code page.
     const std::filesystem::path appData = root / "Zo\xC3\xAB \xE6\xBC\xA2\xE5\xAD\x97" / "AppData";
     std::filesystem::create_directories(appData);
     be.shell.folders[L"AppData"] = rt::FromUtf8(appData.string());
-    // A Personal folder with é (in Windows-1252), 漢字 (not) and € (byte 0x80).
-    be.shell.folders[L"Personal"] = L"C:\\Users\\Zo\u00EB\\\u6F22\u5B57 \u20AC";
+    {
+        // On a Central European system, Ł has a byte: the folder comes back whole.
+        ScopedAnsiPage page(CentralEuropeanPage());
+        be.shell.folders[L"Personal"] = L"C:\\Users\\\u0141ukasz";
+        auto l = Lancer();
+        EXPECT_TRUE(l->be.boxes.empty());
+        EXPECT_EQ(Lire(), kPremiere + "\r\nC:\\Users\\\xA3ukasz\r\n");
+        l = Lancer();
+        EXPECT_TRUE(l->be.boxes.empty());
+        EXPECT_EQ(l->params().DossierEnregCourt, L"C:\\Users\\\u0141ukasz");
+        rt::Kill(Fichier());
+    }
+    // In Windows-1252: é has a byte, 漢字 has not, € is byte 0x80.
+    const std::wstring perso = L"C:\\Users\\Zo\u00EB\\\u6F22\u5B57 \u20AC";
+    be.shell.folders[L"Personal"] = perso;
+    const std::wstring message = Entry(272) + L"\r\n\r\n" + perso;
     auto l = Lancer();
-    EXPECT_TRUE(l->be.boxes.empty());
     EXPECT_TRUE(std::filesystem::is_regular_file(appData / "Mirovanta" / "params.txt"));
-    // Characters with no byte become '?': the save folder of the next run has them so.
+    // The file gets '?' for them; the run itself keeps the whole name and says so.
     EXPECT_EQ(Lire(), kPremiere + "\r\nC:\\Users\\Zo\xEB\\?? \x80\r\n");
+    ASSERT_EQ(l->be.boxes.size(), 1u);
+    EXPECT_EQ(l->be.boxes[0].prompt, message);
+    EXPECT_EQ(l->be.boxes[0].style, ui::kExclamation);
+    EXPECT_EQ(l->params().DossierEnregCourt, perso);
+    // The next start finds '?' in the file: the Personal folder, and the same single box.
     l = Lancer();
-    EXPECT_TRUE(l->be.boxes.empty());
-    EXPECT_EQ(l->params().DossierEnregCourt, L"C:\\Users\\Zo\u00EB\\?? \u20AC");
+    ASSERT_EQ(l->be.boxes.size(), 1u);
+    EXPECT_EQ(l->be.boxes[0].prompt, message);
+    EXPECT_EQ(l->params().DossierEnregCourt, perso);
+    EXPECT_EQ(rt::Left(l->params().DossierEnreg, rt::InStr(l->params().DossierEnreg, L"  ") - 1),
+              perso);
+    // Any folder with a lost character gives way to the Personal folder.
+    l = LireSansMessage(kPremiere + "\r\nD:\\Caf?\r\n");
+    EXPECT_EQ(l->params().DossierEnregCourt, perso);
+    EXPECT_EQ(l->be.boxes.size(), 1u);
 
     l = LireSansMessage(Avec(131, "C:\\\xC9"
                                   "diteurs\\peint.exe") +

@@ -20,9 +20,17 @@ mv_choose_english
 saved() { find "$SAVED" -maxdepth 1 -name "Capt_*.$1" 2>/dev/null | sort; }
 
 # Starts the program, captures the screen with Control+E, answers the exit question Yes.
+# With an argument, a box is expected at start-up: it is photographed under that name and
+# closed with Enter. YES_KEY answers the question (default y; Enter where Yes is not "Yes").
 capture_and_quit_yes() {
     wh_launch "$BIN/mirovanta.exe"
     local program=$WH_PID
+    if [[ -n ${1:-} ]]; then
+        wh_find_window '^Mirovanta$' 20 || return 1
+        sleep 0.5
+        wh_screenshot "$1"
+        wh_key "$WH_WID" Return || return 1
+    fi
     wh_find_window '^Mirovanta - ' 20 || return 1
     local main=$WH_WID
     sleep 2
@@ -37,7 +45,7 @@ capture_and_quit_yes() {
     cp "$(temp_files | head -1)" "$WH_ART/temporary.bmp"
     wh_key "$main" ctrl+q || return 1
     wh_find_window '^Mirovanta - quit$' 10 || return 1
-    wh_key "$WH_WID" y || return 1
+    wh_key "$WH_WID" "${YES_KEY:-y}" || return 1
     wh_wait_exit "$program" 20
 }
 
@@ -182,7 +190,7 @@ SCRIPT
 }
 
 # The save dialog: the proposed name, a name typed with another extension saved in the
-# filter's format, then the same name again answered No at the overwrite question.
+# filter's format, then the same name again answered No, then Yes, at the overwrite question.
 check_save_dialog() {
     rm -f "$SAVED"/shot*
     wh_launch "$BIN/mirovanta.exe"
@@ -224,6 +232,20 @@ check_save_dialog() {
     [[ "$(md5sum < "$SAVED/shot.jpg")" == "$before" ]] || { wh_reason "shot.jpg was replaced"; return 1; }
     # The scratch copy beside the target stays behind on No.
     [[ -e $SAVED/shot_temp.bmp ]] || { wh_reason "no scratch file: $(ls "$SAVED")"; return 1; }
+
+    # Once more, answered Yes: the target is replaced by the capture, the scratch copy goes.
+    printf 'not a picture' >"$SAVED/shot.jpg"
+    mv_click_button 4
+    wh_find_window '^Save the capture as$' 15 || return 1
+    sleep 1
+    wh_key "$WH_WID" Return || return 1
+    wh_find_window '^Mirovanta$' 15 || return 1
+    sleep 0.5
+    wh_key "$WH_WID" y || return 1
+    wh_wait_window_gone "$WH_WID" 5 || return 1
+    wh_wait_for "shot.jpg replaced" 20 \
+        test "$(identify -format '%m %wx%h' "$SAVED/shot.jpg" 2>/dev/null)" == "JPEG 1280x1024" || return 1
+    [[ ! -e $SAVED/shot_temp.bmp ]] || { wh_reason "the scratch file stayed: $(ls "$SAVED")"; return 1; }
     # Control+Q; a capture left unsaved would bring the question, answered No.
     wh_key "$MAIN" ctrl+q || return 1
     local quit
@@ -236,9 +258,38 @@ check_save_dialog() {
     wh_wait_exit "$program" 20
 }
 
+# The settings file is in the system code page. Ł has a byte in Windows-1250 (Polish
+# Wine): the save folder survives the file. In Windows-1252 it has none: each start says
+# so once and the captures still go to the Personal folder.
+check_code_page_folder() {
+    local perso="$WINEPREFIX/drive_c/users/Łukasz/Documents" n
+    mkdir -p "$perso"
+    wh_wine reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders' \
+        /v Personal /t REG_SZ /d 'C:\users\Łukasz\Documents' /f || return 1
+    rm -f "$APPDATA/params.txt"
+    for n in 1 2; do
+        # Wine's own buttons are Polish here: Enter takes the default, Yes.
+        YES_KEY=Return LC_ALL=pl_PL.UTF-8 capture_and_quit_yes 2>/dev/null || return 1
+        [[ $(find "$perso" -name 'Capt_*.jpg' | wc -l) -eq $n ]] ||
+            { wh_reason "Polish start $n saved: $(ls "$perso")"; return 1; }
+    done
+    [[ "$(sed -n 2p "$APPDATA/params.txt" | tr -d '\r' | od -An -tx1 | tr -d ' \n')" == \
+        "$(printf 'C:\\users\\\xa3ukasz\\Documents' | od -An -tx1 | tr -d ' \n')"* ]] ||
+        { wh_reason "line 2: $(sed -n 2p "$APPDATA/params.txt" | od -c | head -2)"; return 1; }
+    rm -f "$APPDATA/params.txt"
+    for n in 3 4; do
+        LC_ALL=en_US.UTF-8 capture_and_quit_yes "folder-box-$n.png" 2>/dev/null || return 1
+        [[ $(find "$perso" -name 'Capt_*.jpg' | wc -l) -eq $n ]] ||
+            { wh_reason "English start $n saved: $(ls "$perso")"; return 1; }
+    done
+    [[ "$(sed -n 2p "$APPDATA/params.txt" | tr -d '\r')" == 'C:\users\?ukasz\Documents'* ]] ||
+        { wh_reason "line 2: $(sed -n 2p "$APPDATA/params.txt")"; return 1; }
+}
+
 wh_check "Control+Q answered Yes saves the capture as JPEG" check_exit_yes_saves_jpeg
 wh_check "with BMP chosen in the settings the saved file is the temporary file" check_exit_yes_saves_bmp_copy
 wh_check "a locked target and a forbidden name give entry 117 and mark nothing" check_locked_and_forbidden_targets
 wh_check "save-all writes PNG, GIF, BMP and JPEG the size of the capture" check_save_all_formats
 wh_check "the save dialog writes the filter's format and asks before replacing" check_save_dialog
+wh_check "the save folder travels in the system code page, or falls back with one box" check_code_page_folder
 wh_finish

@@ -1,9 +1,11 @@
 #include "platform/win32/win32_backend.h"
 
 #include "platform/ui/form.h"
+#include "runtime/files.h"
 
 #include <commdlg.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace win32 {
@@ -21,6 +23,25 @@ std::wstring FilterText(const std::wstring& filter) {
     out.push_back(L'\0');
     return out;
 }
+// The settings and language files are in the system's single-byte code page. A multi-byte
+// page (Chinese, Japanese, Korean) keeps Windows-1252: the files' own texts are in it.
+void InstallAnsiCodePage() {
+    CPINFO info{};
+    if (!GetCPInfo(CP_ACP, &info) || info.MaxCharSize != 1) return;
+    rt::AnsiCodePage page;
+    page.id = GetACP();
+    for (int k = 0; k < 128; ++k) {
+        const char b = static_cast<char>(0x80 + k);
+        wchar_t w = 0;
+        auto c = static_cast<char16_t>(0x80 + k);
+        // A byte with no character of its own keeps its value, so that bytes round-trip.
+        if (MultiByteToWideChar(CP_ACP, 0, &b, 1, &w, 1) == 1 && w >= 0x80 && w != 0xFFFD &&
+            std::find(page.high.begin(), page.high.begin() + k, w) == page.high.begin() + k)
+            c = static_cast<char16_t>(w);
+        page.high[k] = c;
+    }
+    rt::SetAnsiCodePage(page);
+}
 } // namespace
 
 void Fire(Win32Backend& be, const std::function<void()>& f) {
@@ -29,6 +50,7 @@ void Fire(Win32Backend& be, const std::function<void()>& f) {
 
 Win32Backend::Win32Backend() {
     g_backend = this;
+    InstallAnsiCodePage();
     RegisterWindowClasses();
     WNDCLASSEXW wc{};
     wc.cbSize = sizeof wc;
