@@ -202,7 +202,9 @@ void frmMain::GestCommande(int Index, bool parClavier) {
         default:
             break;
         }
-    } catch (const rt::RuntimeError&) {}
+    } catch (...) {
+        rt::CaughtError();
+    }
 }
 
 bool frmMain::GardeEnfonce(int Index) {

@@ -19,7 +19,8 @@ constexpr int kPasColonne = 1600; // pitch of the thumbnail column, twips
 void SupprimerFichierProv(const std::wstring& fichier) {
     try {
         rt::Kill(fichier);
-    } catch (const rt::RuntimeError& e) {
+    } catch (...) {
+        const rt::RuntimeError e = rt::CaughtError();
         if (e.number != rt::kFileNotFound) throw;
     }
 }
@@ -142,7 +143,8 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
         }
         auto& dernier = L.Gimage1[app.NbVignettes];
         L.Frame1.SetHeight(dernier.Height() + dernier.Top() + 400);
-    } catch (const rt::RuntimeError& e) {
+    } catch (...) {
+        const rt::RuntimeError e = rt::CaughtError();
         app.MsgErreur(e);
     }
 }
@@ -256,7 +258,8 @@ void frmMain::SuppVignette(int16_t Numero) {
             L.SetHeight(L.Image1[app.NbVignettes].Top() + kPasColonne);
         MajDefilement();
         MajTitreListe();
-    } catch (const rt::RuntimeError& e) {
+    } catch (...) {
+        const rt::RuntimeError e = rt::CaughtError();
         app.MsgErreur(e, L"Suppression/Delete ");
     }
 }

@@ -218,7 +218,8 @@ void frmMain::Form_Load() {
         app.be.onEnd = [this] { Form_Terminate(); };
         app.be.GetTray().Add(Handle(), app.Lang(104));
         app.tip->ShowTip();
-    } catch (const rt::RuntimeError& e) {
+    } catch (...) {
+        const rt::RuntimeError e = rt::CaughtError();
         app.MsgErreur(e);
     }
 }
@@ -390,7 +391,9 @@ void frmMain::quitprog() {
     auto pas = [](const auto& etape) {
         try {
             etape();
-        } catch (const rt::RuntimeError&) {}
+        } catch (...) {
+            rt::CaughtError();
+        }
     };
     pas([&] { TimPeriod.SetEnabled(false); });
     pas([&] { app.options->Unload(); });

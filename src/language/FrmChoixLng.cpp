@@ -51,7 +51,8 @@ bool FrmChoixLng::LangueChoisie() {
         const std::wstring code = SpokenCode(rt::ReadFileBytes(spoken));
         return !rt::Trim(code).empty() &&
                rt::FileExists(app.be.GetShell().ProgramFolder() + L"\\" + LanguageFileName(code));
-    } catch (const rt::RuntimeError&) {
+    } catch (...) {
+        rt::CaughtError();
         return false;
     }
 }
@@ -72,7 +73,9 @@ void FrmChoixLng::Form_Load() {
          {std::pair{&Image1, L"\\flagfr.bmp"}, {&Image2, L"\\flagen.bmp"}}) {
         try {
             image->SetPicture(gdi::LoadBmp(dossier + fichier));
-        } catch (const rt::RuntimeError&) {}
+        } catch (...) {
+            rt::CaughtError();
+        }
     }
     if (!rt::DirExists(app.DossierParams)) rt::MkDir(app.DossierParams);
 }

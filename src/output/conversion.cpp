@@ -47,7 +47,8 @@ void Conversion::ConvertirImage(const std::wstring& Source, const std::wstring& 
             const gdi::IndexedImage indexee = gdi::Quantize(gdi::LoadBmp(Source));
             codec.CreateIndexedImage(indexee.width, indexee.height, indexee.palette,
                                      indexee.indices, image.out());
-        } catch (const rt::RuntimeError&) {
+        } catch (...) {
+            rt::CaughtError();
             image.reset();
         }
     } else {
@@ -68,7 +69,8 @@ void Conversion::ConvertirImage(const std::wstring& Source, const std::wstring& 
         try {
             std::vector<uint8_t> gif = rt::ReadFileBytes(Cible);
             if (TableLocaleEnGlobale(gif)) rt::WriteFileBytes(Cible, gif.data(), gif.size());
-        } catch (const rt::RuntimeError& e) {
+        } catch (...) {
+            const rt::RuntimeError e = rt::CaughtError();
             status = e.number;
         }
     }

@@ -53,7 +53,8 @@ void Imprimer(App& app) {
                                     ecran.TwipsY(image.Height()));
         }
         imprimante.EndDoc();
-    } catch (const rt::RuntimeError&) {
+    } catch (...) {
+        rt::CaughtError();
         app.Printer.KillDoc();
     }
 }

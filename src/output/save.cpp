@@ -25,7 +25,8 @@ void EnregVign(App& app, int16_t Numero, ui::PictureBox& Image) {
     try {
         app.CheminTemp = app.DossierTemp + L"\\" + app.main->NomFichierProv(Numero);
         gdi::SaveBmp(Image.Image(), app.CheminTemp);
-    } catch (const rt::RuntimeError& e) {
+    } catch (...) {
+        const rt::RuntimeError e = rt::CaughtError();
         app.MsgErreur(e, L"Save/Sauver ", ui::kCritical);
     }
 }
@@ -90,7 +91,8 @@ void Enregistrer2(App& app) {
                 app.list->Chksav[i].SetValue(1);
             }
         }
-    } catch (const rt::RuntimeError&) {
+    } catch (...) {
+        rt::CaughtError();
         app.PremierSav = true;
     }
 }
@@ -126,7 +128,8 @@ void EnregistrerTout(App& app, int16_t& Ok, int16_t Premier, const std::wstring&
             app.NbSavAppel = rt::I16(app.NbSavAppel + 1);
         }
         app.main->PictSave.SetVisible(true);
-    } catch (const rt::RuntimeError&) {
+    } catch (...) {
+        rt::CaughtError();
         app.MsgBox(app.Lang(117), ui::kExclamation);
         app.options->ShowNonModal();
         Ok = 0;

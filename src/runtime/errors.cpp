@@ -1,5 +1,7 @@
 #include "runtime/errors.h"
 
+#include <new>
+
 namespace rt {
 
 std::wstring ErrorText(int number) {
@@ -53,5 +55,15 @@ std::wstring ErrorText(int number) {
 
 RuntimeError::RuntimeError(int n, std::wstring t)
     : std::runtime_error("Run-time error " + std::to_string(n)), number(n), text(std::move(t)) {}
+
+RuntimeError CaughtError() {
+    try {
+        throw;
+    } catch (const RuntimeError& e) {
+        return e;
+    } catch (const std::bad_alloc&) {
+        return RuntimeError(kOutOfMemory);
+    }
+}
 
 } // namespace rt

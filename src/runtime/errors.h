@@ -48,4 +48,10 @@ struct RuntimeError : std::runtime_error {
     throw RuntimeError(number, std::move(text));
 }
 
+// For a routine's own error trap, written `catch (...) { const rt::RuntimeError e =
+// rt::CaughtError(); ... }`: the run-time error being handled, with memory that ran out
+// (std::bad_alloc) as error 7 like any other. Anything else (the end of the program) is
+// thrown on untouched.
+RuntimeError CaughtError();
+
 } // namespace rt

@@ -58,7 +58,8 @@ void chargtparam(App& app) {
         // Said once a start, rather than by a failed save at every capture.
         if (DossierNonTranscrit(p))
             app.MsgBox(app.Lang(272) + L"\r\n\r\n" + p.DossierEnregCourt, ui::kExclamation);
-    } catch (const rt::RuntimeError& e) {
+    } catch (...) {
+        const rt::RuntimeError e = rt::CaughtError();
         // A file that vanished before it could be opened has nothing to delete.
         Reparer(app, fichier, e.number != rt::kFileNotFound);
     }
@@ -70,7 +71,8 @@ void SavOptions(App& app) {
         // Line 2 is DossierPerso, not DossierEnreg: without a confirmed options dialog in
         // this run, the Personal folder goes back into the file.
         EcrireFichier(fichier, Cadrer(app.params.LigneParams), Cadrer(app.params.DossierPerso));
-    } catch (const rt::RuntimeError&) {
+    } catch (...) {
+        rt::CaughtError();
         Reparer(app, fichier, true);
     }
 }

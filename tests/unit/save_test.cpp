@@ -6,6 +6,7 @@
 #include "runtime/strings.h"
 
 #include <filesystem>
+#include <new>
 
 namespace {
 
@@ -222,6 +223,14 @@ TEST_F(SaveTest, SaveDialogProposesNamesAndTheFilterDecidesTheFormat) {
     EXPECT_EQ(be.dialogs.back().fileName,
               rt::FromUtf8((root / "Personal").string()) + L"\\report2003");
     EXPECT_TRUE(app->PremierSav); // cancelled again
+
+    // Memory that runs out under the routine is its own error 7, taken by its trap.
+    app->PremierSav = false;
+    be.dialogResponder = [](ui::CommonDialog&, ui::FileDialogKind) -> bool {
+        throw std::bad_alloc();
+    };
+    EXPECT_NO_THROW(mv::Enregistrer2(*app));
+    EXPECT_TRUE(app->PremierSav);
 }
 
 TEST_F(SaveTest, SaveDialogAsksBeforeReplacingAndNoLeavesTheScratchFile) {
