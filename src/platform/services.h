@@ -29,6 +29,10 @@ public:
     // False (and a zero rectangle) when the call fails.
     virtual bool GetWindowRect(ui::WindowHandle w, ui::Rect& r) = 0;
     virtual std::unique_ptr<WindowDC> GetWindowDC(ui::WindowHandle w) = 0;
+    // Brings w to the front from whatever application is there: when the foreground
+    // window belongs to another thread, its input is attached to ours for
+    // SetForegroundWindow and detached again; then ShowWindow(w, SW_SHOW).
+    virtual void ForceForeground(ui::WindowHandle w) = 0;
 };
 
 // The mouse cursor: handle, position and picture.

@@ -41,11 +41,16 @@ public:
     ui::WindowHandle foreground = 0;
     std::map<ui::WindowHandle, ui::Rect> windows; // other applications' windows
     int grabs = 0;                                // desktop contexts handed out
+    std::vector<ui::WindowHandle> forced;         // windows brought to the front
 
     ui::WindowHandle GetDesktopWindow() override { return kDesktopHandle; }
     ui::WindowHandle GetForegroundWindow() override { return foreground; }
     bool GetWindowRect(ui::WindowHandle w, ui::Rect& r) override;
     std::unique_ptr<platform::WindowDC> GetWindowDC(ui::WindowHandle w) override;
+    void ForceForeground(ui::WindowHandle w) override {
+        forced.push_back(w);
+        foreground = w;
+    }
 
     static constexpr ui::WindowHandle kDesktopHandle = 0x10010;
 };

@@ -19,6 +19,7 @@ struct ScreenMetrics {
     int heightPx = 768;
     float tppX = 15; // twips per pixel: 1440 / DPI
     float tppY = 15;
+    int monitors = 1; // GetSystemMetrics(SM_CMONITORS)
     float WidthTwips() const { return ToTwips(widthPx, tppX); }
     float HeightTwips() const { return ToTwips(heightPx, tppY); }
     // Pixels of a horizontal or vertical length in twips.

@@ -60,6 +60,12 @@ void Control::SetHeight(float v) {
     Changed(Change::Bounds);
 }
 
+void Control::SetMousePointer(int p) {
+    if (pointer_ == p) return;
+    pointer_ = p;
+    Changed(Change::Pointer);
+}
+
 void Control::Move(float left, float top, float width, float height) {
     if (width < 0 || height < 0) rt::Raise(rt::kInvalidPropertyValue);
     bool resized = width != width_ || height != height_;
@@ -114,6 +120,8 @@ void Control::CopyFrom(const Control& o) {
     tooltip_ = o.tooltip_;
     backColor_ = o.backColor_;
     foreColor_ = o.foreColor_;
+    pointer_ = o.pointer_;
+    container_ = o.container_;
     OnResized();
 }
 

@@ -46,6 +46,19 @@ enum class Change {
     Tooltip,
     State,    // window state of a form
     Children, // menu entries added or shown/hidden
+    Pointer,  // mouse pointer or its custom picture
+};
+
+// Mouse pointers of a control (the toolkit's MousePointer values).
+enum Pointer {
+    kPointerDefault = 0,
+    kPointerArrow = 1,
+    kPointerSizeAll = 5,
+    kPointerSizeNESW = 6,
+    kPointerSizeNS = 7,
+    kPointerSizeNWSE = 8,
+    kPointerSizeWE = 9,
+    kPointerCustom = 99, // the control's MouseIcon
 };
 
 // The backend's side of one loaded control (a real window on Win32, nothing headless).
@@ -83,6 +96,12 @@ public:
     int Index() const { return index_; } // -1 outside a control array
     void SetIndex(int i) { index_ = i; }
 
+    // The picture box that holds the control, or nullptr for the form. Set at design time,
+    // before the form loads; the geometry is then relative to the container's client area
+    // and the control moves with it.
+    Control* Container() const { return container_; }
+    void SetContainer(Control* c) { container_ = c; }
+
     // Geometry in twips. A negative width or height raises 380.
     float Left() const { return left_; }
     float Top() const { return top_; }
@@ -104,6 +123,8 @@ public:
     void SetBackColor(uint32_t c);
     uint32_t ForeColor() const { return foreColor_; }
     void SetForeColor(uint32_t c);
+    int MousePointer() const { return pointer_; }
+    void SetMousePointer(int p);
     // Brings the control in front of its siblings (position 0) or behind them (1).
     void ZOrder(int position = 0);
     int ZPosition() const { return zPosition_; }
@@ -146,6 +167,8 @@ private:
     uint32_t backColor_ = 0x8000000F; // button face until set
     uint32_t foreColor_ = 0;
     int zPosition_ = 0;
+    int pointer_ = kPointerDefault;
+    Control* container_ = nullptr;
     std::unique_ptr<Peer> peer_;
 };
 

@@ -49,6 +49,11 @@ void PictureBox::Cls() {
     Changed(Change::Image);
 }
 
+void PictureBox::SetMouseIcon(gdi::IconImage icon) {
+    mouseIcon_ = std::move(icon);
+    Changed(Change::Pointer);
+}
+
 void PictureBox::Refresh() {
     Changed(Change::Image);
 }

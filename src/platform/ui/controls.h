@@ -32,6 +32,10 @@ public:
     // Back to the back colour with the picture at the top left.
     void Cls();
 
+    // The picture of pointer 99 (kPointerCustom), with its hot spot.
+    const gdi::IconImage& MouseIcon() const { return mouseIcon_; }
+    void SetMouseIcon(gdi::IconImage icon);
+
     int ImageWidth() const { return image_.Width(); }
     int ImageHeight() const { return image_.Height(); }
 
@@ -44,6 +48,7 @@ private:
     int borderStyle_ = 0;
     gdi::Surface picture_;
     gdi::Surface image_;
+    gdi::IconImage mouseIcon_;
 };
 
 class Label : public Control {

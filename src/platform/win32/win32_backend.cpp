@@ -205,6 +205,7 @@ ui::ScreenMetrics Win32Backend::Screen() const {
     ui::ScreenMetrics m;
     m.widthPx = GetSystemMetrics(SM_CXSCREEN);
     m.heightPx = GetSystemMetrics(SM_CYSCREEN);
+    m.monitors = GetSystemMetrics(SM_CMONITORS);
     WindowDCHandle screen(nullptr);
     m.tppX = ui::TwipsPerPixel(GetDeviceCaps(screen.get(), LOGPIXELSX));
     m.tppY = ui::TwipsPerPixel(GetDeviceCaps(screen.get(), LOGPIXELSY));

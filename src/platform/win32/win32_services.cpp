@@ -72,6 +72,23 @@ public:
     std::unique_ptr<platform::WindowDC> GetWindowDC(ui::WindowHandle w) override {
         return std::make_unique<Win32WindowDC>(HWND(w));
     }
+    void ForceForeground(ui::WindowHandle w) override {
+        const HWND target = HWND(w);
+        const HWND front = ::GetForegroundWindow();
+        if (front == target) return;
+        const DWORD frontThread = GetWindowThreadProcessId(front, nullptr);
+        const DWORD ownThread = GetWindowThreadProcessId(target, nullptr);
+        if (frontThread != ownThread) {
+            // Windows lets a thread take the foreground when its input is attached to the
+            // foreground thread's; attached threads share one input state, so detach again.
+            AttachThreadInput(frontThread, ownThread, TRUE);
+            SetForegroundWindow(target);
+            AttachThreadInput(frontThread, ownThread, FALSE);
+        } else {
+            SetForegroundWindow(target);
+        }
+        ShowWindow(target, SW_SHOW);
+    }
 };
 
 // Reads a bitmap's pixels as 32-bit top-down rows.
