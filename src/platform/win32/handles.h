@@ -21,6 +21,7 @@ namespace win32 {
 struct LiveObjects {
     static inline std::atomic<int> gdi{0};
     static inline std::atomic<int> menus{0};
+    static inline std::atomic<int> cursors{0};
 };
 
 template <class H, class Traits> class Handle {
@@ -72,6 +73,11 @@ struct MenuTraits {
     static void Close(HMENU h) { DestroyMenu(h); }
     static void Count(int d) { LiveObjects::menus += d; }
 };
+// A cursor made by CreateIconIndirect, which DestroyIcon frees.
+struct CursorTraits {
+    static void Close(HCURSOR h) { DestroyIcon(h); }
+    static void Count(int d) { LiveObjects::cursors += d; }
+};
 struct WindowTraits {
     static void Close(HWND h) { DestroyWindow(h); }
     static void Count(int) {}
@@ -97,6 +103,7 @@ using PenHandle = Handle<HPEN, GdiObjectTraits>;
 // A DC made by CreateDC or CreateCompatibleDC.
 using DCHandle = Handle<HDC, DcTraits>;
 using MenuHandle = Handle<HMENU, MenuTraits>;
+using CursorOwner = Handle<HCURSOR, CursorTraits>;
 using WindowHandleOwner = Handle<HWND, WindowTraits>;
 using GlobalMemory = Handle<HGLOBAL, GlobalTraits>;
 // Memory the system allocated with CoTaskMemAlloc for us (a known folder's path).

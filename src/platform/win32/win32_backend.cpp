@@ -252,7 +252,7 @@ platform::GuiResources Win32Backend::GuiResourceCounts() {
         int windows = 0;
         EnumThreadWindows(GetCurrentThreadId(), CountWindow, LPARAM(&windows));
         r.gdiObjects = LiveObjects::gdi;
-        r.userObjects = windows + LiveObjects::menus;
+        r.userObjects = windows + LiveObjects::menus + LiveObjects::cursors;
     }
     return r;
 }

@@ -5,25 +5,40 @@
 namespace win32 {
 
 ChildPeer::~ChildPeer() {
-    if (FormPeer* f = FormPeer::Of(c_)) f->RemoveTooltip(hwnd_);
+    if (hwnd_)
+        if (FormPeer* f = FormPeer::Of(c_)) f->RemoveTooltip(hwnd_);
     DestroyPeerWindow();
+}
+
+void ChildPeer::WindowGone() {
+    if (FormPeer* f = FormPeer::Of(c_)) f->RemoveTooltip(hwnd_);
+    WindowPeer::WindowGone();
 }
 
 DWORD ChildPeer::ChildStyle() const {
     return WS_CHILD | WS_CLIPSIBLINGS | (c_.Visible() ? WS_VISIBLE : 0);
 }
 
+HWND ChildPeer::ParentWindow() const {
+    // A container is made before the controls it holds; without its window, the form.
+    if (const ui::Control* k = c_.Container())
+        if (HWND h = HWND(k->Handle())) return h;
+    return HWND(c_.Owner()->Handle());
+}
+
 void ChildPeer::CreateOwnChild() {
     const ui::ScreenMetrics m = Screen();
-    CreateOwnWindow(0, kChildClass, L"", ChildStyle(), m.PxX(c_.Left()), m.PxY(c_.Top()),
-                    m.PxX(c_.Width()), m.PxY(c_.Height()), HWND(c_.Owner()->Handle()));
+    // Our windows paint over their whole client area: a container must leave its
+    // children's windows alone.
+    CreateOwnWindow(0, kChildClass, L"", ChildStyle() | WS_CLIPCHILDREN, m.PxX(c_.Left()),
+                    m.PxY(c_.Top()), m.PxX(c_.Width()), m.PxY(c_.Height()), ParentWindow());
     Attach();
 }
 
 void ChildPeer::CreateNativeChild(const wchar_t* cls, const std::wstring& text, DWORD style) {
     const ui::ScreenMetrics m = Screen();
     CreateNativeWindow(cls, text, ChildStyle() | style, m.PxX(c_.Left()), m.PxY(c_.Top()),
-                       m.PxX(c_.Width()), m.PxY(c_.Height()), HWND(c_.Owner()->Handle()));
+                       m.PxX(c_.Width()), m.PxY(c_.Height()), ParentWindow());
     SendMessageW(hwnd_, WM_SETFONT, WPARAM(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
     Attach();
 }
@@ -51,6 +66,8 @@ HBRUSH ChildPeer::Brush(COLORREF c) {
 }
 
 void ChildPeer::Update(ui::Change what) {
+    // A null window would stand for every window to InvalidateRect.
+    if (!hwnd_) return;
     switch (what) {
     case ui::Change::Bounds:
         ApplyBounds();
@@ -67,6 +84,9 @@ void ChildPeer::Update(ui::Change what) {
         break;
     case ui::Change::Tooltip:
         if (FormPeer* f = FormPeer::Of(c_)) f->SetTooltip(hwnd_, c_.ToolTipText());
+        break;
+    case ui::Change::Pointer:
+        ShowPointerNow();
         break;
     case ui::Change::Value:
     case ui::Change::Range:

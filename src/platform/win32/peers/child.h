@@ -1,5 +1,6 @@
-// What the windows of a form's controls share: made at the control's bounds in its form,
-// moved, shown, enabled and stacked as the model says, with the control's tooltip.
+// What the windows of a form's controls share: made at the control's bounds in its
+// container picture box (or its form), moved, shown, enabled and stacked as the model says,
+// with the control's tooltip and mouse pointer.
 #pragma once
 
 #include "platform/win32/peers/peer.h"
@@ -18,6 +19,7 @@ public:
 
 protected:
     ChildPeer(Win32Backend& be, ui::Control& c) : WindowPeer(be, c) {}
+    void WindowGone() override;
     // Makes a window of our child class, painted by the peer.
     void CreateOwnChild();
     // Makes a built-in control with the default GUI font; `style` adds to the child styles.
@@ -25,6 +27,8 @@ protected:
 
 private:
     DWORD ChildStyle() const;
+    // The window the control's window stands in: its container's, else its form's.
+    HWND ParentWindow() const;
     // Stacks the new window in front, disables it with the control, gives it its tip.
     void Attach();
     void ApplyBounds();

@@ -40,12 +40,6 @@ DWORD FrameStyle(const ui::Form& f, DWORD& ex) {
     return style;
 }
 
-// Hands a notification of a child window to the child's peer.
-bool ReflectToChild(HWND child, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
-    WindowPeer* p = WindowPeer::FromWindow(child);
-    return p && p->Reflect(msg, wp, lp, result);
-}
-
 void RaiseClick(Win32Backend& be, ui::Menu* m) {
     Fire(be, [m] {
         if (m->OnClick) m->OnClick();
@@ -182,6 +176,9 @@ void FormPeer::Update(ui::Change what) {
     case ui::Change::Enabled:
         EnableWindow(hwnd_, form().Enabled());
         break;
+    case ui::Change::Pointer:
+        ShowPointerNow();
+        break;
     default:
         break;
     }
@@ -191,7 +188,8 @@ void FormPeer::Paint() {
     PAINTSTRUCT ps;
     HDC dc = BeginPaint(hwnd_, &ps);
     for (ui::Control* c : form().Controls()) {
-        if (!c->Visible() || !c->HasPeer()) continue;
+        // The lines and shapes of a container are drawn by the container.
+        if (!c->Visible() || !c->HasPeer() || c->Container()) continue;
         if (auto* p = dynamic_cast<WindowPeer*>(c->GetPeer())) p->PaintOnOwner(dc);
     }
     EndPaint(hwnd_, &ps);
@@ -215,6 +213,9 @@ LRESULT FormPeer::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
     case WM_PAINT:
         Paint();
         return 0;
+    case WM_SETCURSOR:
+        if (SetPointerCursor(wp, lp)) return TRUE;
+        break;
     case WM_CLOSE:
         Fire([&] { f.CloseRequested(ui::kFormControlMenu); });
         return 0;

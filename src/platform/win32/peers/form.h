@@ -1,5 +1,6 @@
 // The window of a form: its frame and state, its menu bar, the tooltips of its controls,
-// the lines and shapes drawn on it, and the notifications it reflects to its children.
+// the lines and shapes drawn on it, its mouse pointer, and the notifications it reflects to
+// its children.
 #pragma once
 
 #include "platform/ui/form.h"

@@ -57,12 +57,28 @@ LRESULT CALLBACK WindowPeer::WindowProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) 
         return DefWindowProcW(h, msg, wp, lp);
     }
     auto* p = reinterpret_cast<WindowPeer*>(GetWindowLongPtrW(h, GWLP_USERDATA));
-    return p ? p->HandleMessage(msg, wp, lp) : DefWindowProcW(h, msg, wp, lp);
+    if (!p) return DefWindowProcW(h, msg, wp, lp);
+    if (msg == WM_NCDESTROY) {
+        // A peer detaches before it destroys its window: this one went with its parent.
+        const LRESULT r = p->HandleMessage(msg, wp, lp);
+        SetWindowLongPtrW(h, GWLP_USERDATA, 0);
+        p->WindowGone();
+        return r;
+    }
+    return p->HandleMessage(msg, wp, lp);
 }
 
-LRESULT CALLBACK WindowPeer::SubclassProc(HWND, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR,
+LRESULT CALLBACK WindowPeer::SubclassProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR,
                                           DWORD_PTR data) {
-    return reinterpret_cast<WindowPeer*>(data)->HandleMessage(msg, wp, lp);
+    auto* p = reinterpret_cast<WindowPeer*>(data);
+    if (msg == WM_NCDESTROY) {
+        // Destroyed with its parent: the subclass goes before the window does.
+        RemoveWindowSubclass(h, SubclassProc, kPeerSubclass);
+        const LRESULT r = p->HandleMessage(msg, wp, lp);
+        p->WindowGone();
+        return r;
+    }
+    return p->HandleMessage(msg, wp, lp);
 }
 
 WindowPeer* WindowPeer::FromWindow(HWND h) {
@@ -118,6 +134,66 @@ LRESULT WindowPeer::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
 
 bool WindowPeer::Reflect(UINT, WPARAM, LPARAM, LRESULT&) {
     return false;
+}
+
+bool WindowPeer::ReflectToChild(HWND child, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
+    WindowPeer* p = WindowPeer::FromWindow(child);
+    return p && p->Reflect(msg, wp, lp, result);
+}
+
+HCURSOR WindowPeer::PointerCursor() const {
+    LPCWSTR id = nullptr;
+    switch (c_.MousePointer()) {
+    case ui::kPointerArrow:
+        id = IDC_ARROW;
+        break;
+    case ui::kPointerSizeAll:
+        id = IDC_SIZEALL;
+        break;
+    case ui::kPointerSizeNESW:
+        id = IDC_SIZENESW;
+        break;
+    case ui::kPointerSizeNS:
+        id = IDC_SIZENS;
+        break;
+    case ui::kPointerSizeNWSE:
+        id = IDC_SIZENWSE;
+        break;
+    case ui::kPointerSizeWE:
+        id = IDC_SIZEWE;
+        break;
+    case ui::kPointerCustom:
+        if (HCURSOR own = CustomCursor()) return own;
+        id = IDC_ARROW;
+        break;
+    default:
+        return nullptr;
+    }
+    return LoadCursorW(nullptr, id);
+}
+
+bool WindowPeer::SetPointerCursor(WPARAM wp, LPARAM lp) const {
+    // A child window under the mouse has its own pointer, even where ours is set.
+    if (HWND(wp) != hwnd_ || LOWORD(lp) != HTCLIENT) return false;
+    HCURSOR cursor = PointerCursor();
+    if (!cursor) return false;
+    SetCursor(cursor);
+    return true;
+}
+
+void WindowPeer::ShowPointerNow() {
+    if (!hwnd_) return;
+    if (GetCapture() == hwnd_) {
+        HCURSOR cursor = PointerCursor();
+        SetCursor(cursor ? cursor : HCURSOR(GetClassLongPtrW(hwnd_, GCLP_HCURSOR)));
+        return;
+    }
+    POINT p{};
+    if (!GetCursorPos(&p) || WindowFromPoint(p) != hwnd_) return;
+    // What the next mouse move would do: our pointer over the client area, the system's
+    // over the frame, the class cursor for the default pointer.
+    const LRESULT hit = SendMessageW(hwnd_, WM_NCHITTEST, 0, MAKELPARAM(p.x, p.y));
+    SendMessageW(hwnd_, WM_SETCURSOR, WPARAM(hwnd_), MAKELPARAM(LOWORD(hit), WM_MOUSEMOVE));
 }
 
 ui::MouseEvent WindowPeer::MouseArgs(WPARAM wp, LPARAM lp, int button) const {

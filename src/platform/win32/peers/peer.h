@@ -37,7 +37,8 @@ public:
     // A notification of this peer's window that its parent form received (WM_COMMAND,
     // WM_VSCROLL, WM_CTLCOLOR...). True when handled, with the answer in `result`.
     virtual bool Reflect(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result);
-    // Draws a windowless control on its form's DC during the form's WM_PAINT.
+    // Draws a windowless control during the WM_PAINT of the window that holds it: its
+    // container picture box's, or its form's.
     virtual void PaintOnOwner(HDC) {}
 
     // The peer of a window made by a peer, or null for any other window.
@@ -61,12 +62,27 @@ protected:
     ui::MouseEvent MouseArgs(WPARAM wp, LPARAM lp, int button = 0) const;
     // Runs a handler of the model.
     void Fire(const std::function<void()>& f) { win32::Fire(be_, f); }
+    // Hands a notification of a child window to the child's peer.
+    static bool ReflectToChild(HWND child, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result);
+
+    // WM_SETCURSOR: over the window's own client area, sets the cursor of the control's
+    // mouse pointer and answers true; false leaves it to the default processing.
+    bool SetPointerCursor(WPARAM wp, LPARAM lp) const;
+    // Shows a changed mouse pointer at once when the mouse is over the window or captured
+    // by it (no WM_SETCURSOR comes during a capture).
+    void ShowPointerNow();
+    // The cursor of the custom pointer; null where the control has none (the arrow then).
+    virtual HCURSOR CustomCursor() const { return nullptr; }
+    // The window was destroyed by the system (with its parent) while the peer lives on.
+    virtual void WindowGone() { hwnd_ = nullptr; }
 
     Win32Backend& be_;
     ui::Control& c_;
     HWND hwnd_ = nullptr;
 
 private:
+    // The cursor of the control's mouse pointer; null for the default.
+    HCURSOR PointerCursor() const;
     static LRESULT CALLBACK WindowProc(HWND h, UINT msg, WPARAM wp, LPARAM lp);
     static LRESULT CALLBACK SubclassProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id,
                                          DWORD_PTR data);
