@@ -105,22 +105,35 @@ public:
     bool ModeReduit = false;
     std::wstring CheminTemp;
 
+    // The opening key press of an overlay session: whether there was one, and the cursor's
+    // position then, for the stamp on the frozen screen.
+    bool ParClavierSession = false;
+    // A capture command is running (its waits let other events in).
+    bool CaptureEnCours = false;
+    int32_t CurseurXClavier = 0;
+    int32_t CurseurYClavier = 0;
     // Cursor stamped into grabs.
     ui::CursorHandle CurseurCapt = 0;
-    int16_t CurseurX = 0;
-    int16_t CurseurY = 0;
+    int32_t CurseurX = 0; // pixels; 32-bit so that big screens never overflow
+    int32_t CurseurY = 0;
 
-    // Latest validated zone (twips) and the remembered size of Picture1.
+    // Latest validated zone (twips) and the remembered size of Picture1. Geometry is
+    // 32-bit throughout, so that screens up to 7680x4320 never overflow.
     float ZoneGauche = 0;
     float ZoneHaut = 0;
-    int16_t HautPic1 = 0;
-    int16_t LargPic1 = 0;
+    float ZoneLargeur = 0;
+    float ZoneHauteur = 0;
+    bool SortieZone = false;
+    // Height of the overlay's picture before its doubling: the row of a second grab.
+    float HautEcranTw = 0;
+    int32_t HautPic1 = 0;
+    int32_t LargPic1 = 0;
     bool ZoneValidee = false;
 
     // Main window geometry to come back to from reduced mode.
-    int16_t HautNormal = 0;
-    int16_t LargNormal = 0;
-    int16_t GaucheNormal = 0;
+    int32_t HautNormal = 0;
+    int32_t LargNormal = 0;
+    int32_t GaucheNormal = 0;
     std::wstring VueCourante;
 
     // External editor hand-off.

@@ -106,8 +106,8 @@ void CopiePP(App& app, std::wstring& Type) {
 
 void TimCurs_Timer(App& app) {
     const ui::Point p = app.be.GetCursor().GetCursorPos();
-    app.CurseurX = rt::I16(p.x);
-    app.CurseurY = rt::I16(p.y);
+    app.CurseurX = p.x;
+    app.CurseurY = p.y;
 }
 
 void Timdeja_Timer(App& app) {

@@ -152,6 +152,8 @@ public:
 
     // ---- hotkeys
     void Timerclav_Timer();
+    // The hotkey down at the previous poll (a blank for none).
+    wchar_t ToucheTenue = L' ';
 
     // The narrowest the window gets: the width of 24 toolbar buttons.
     float LargeurMin() const { return 24 * bouton[0].Width(); }

@@ -85,6 +85,24 @@ void frmMain::GestCommande(int Index, bool parClavier) {
         labdeb.SetVisible(false);
         app.ParClavier = parClavier;
         app.tip->Unload();
+        // Capture commands never nest: one that arrives while a capture or an overlay
+        // session is under way is ignored.
+        const bool capture = Index == kCmdZone || Index == kCmdZoneDouble || Index == kCmdEcran ||
+                             Index == kCmdFenetre || Index == kCmdAnnuler ||
+                             Index == kCmdRafraichir;
+        if (capture && (app.CaptureEnCours || app.full->EnSession())) return;
+        struct EnCours {
+            bool& drapeau;
+            bool actif;
+            EnCours(bool& d, bool a) : drapeau(d), actif(a) {
+                if (actif) drapeau = true;
+            }
+            ~EnCours() {
+                if (actif) drapeau = false;
+            }
+            EnCours(const EnCours&) = delete;
+            EnCours& operator=(const EnCours&) = delete;
+        } enCours{app.CaptureEnCours, capture};
 
         switch (Index) {
         case kCmdZone:
@@ -107,6 +125,7 @@ void frmMain::GestCommande(int Index, bool parClavier) {
             }
             app.TypeCapt = L"z";
             app.RetourZone = false;
+            app.ParClavierSession = parClavier;
             app.full->InitFull(int16_t(Index));
             app.full->Show();
             RideauPhoto(app);
@@ -165,6 +184,7 @@ void frmMain::GestCommande(int Index, bool parClavier) {
         case kCmdAnnuler:
             if (!app.RetourPossible) break;
             app.RetourZone = true;
+            app.ParClavierSession = parClavier;
             app.full->InitFull(1);
             app.full->Show();
             app.TypeCapt = L"z";

@@ -33,7 +33,8 @@ std::wstring frmMain::NomFichierProv(int16_t n) const {
 void frmMain::GestVignettes(ui::PictureBox& Image) {
     Flistimages& L = *app.list;
     try {
-        if (app.LargCapt == 0) return;
+        // A picture with no size is no capture.
+        if (Image.Width() <= 0 || Image.Height() <= 0) return;
         app.HautCapt = Image.Height();
         app.LargCapt = Image.Width();
         app.NbVignettes = rt::I16(app.NbVignettes + 1);
@@ -299,12 +300,10 @@ void frmMain::Supprimertout(bool Demande) {
 }
 
 void frmMain::Rafraichir() {
-    if (app.TypeCapt == L"e") {
-        bouton_Click(kCmdEcran);
-        return;
-    }
-    if (app.TypeCapt == L"f") {
-        bouton_Click(kCmdFenetre);
+    // The same whole screen or window again is that command itself, run from here.
+    if (app.TypeCapt == L"e" || app.TypeCapt == L"f") {
+        app.CaptureEnCours = false;
+        bouton_Click(app.TypeCapt == L"e" ? kCmdEcran : kCmdFenetre);
         return;
     }
     if (app.HautPic1 == 0 || (app.NbVignettes > 0 && app.tab.TypeV[app.NbVignettes] != L"z")) {
@@ -322,8 +321,8 @@ void frmMain::Rafraichir() {
 
     CapturTTbis(app, 0);
     const ui::Point pos = app.be.GetCursor().GetCursorPos();
-    app.CurseurX = rt::I16(pos.x);
-    app.CurseurY = rt::I16(pos.y);
+    app.CurseurX = pos.x;
+    app.CurseurY = pos.y;
 
     const int ref = app.NbVignettes == 0 ? 1 : app.NbVignettes;
     Picture2.SetHeight(app.tab.HautV[ref]);

@@ -273,15 +273,15 @@ void frmMain::Form_Activate() {
         Picture1.SetVisible(false);
         PictSave.SetVisible(false);
         Picture2.SetVisible(true);
-        app.HautPic1 = rt::CInt(Picture1.Height());
-        app.LargPic1 = rt::CInt(Picture1.Width());
+        app.HautPic1 = rt::CLng(Picture1.Height());
+        app.LargPic1 = rt::CLng(Picture1.Width());
         SetCaption(app.Lang(107));
         PosDimRedMain();
         Labtaille.SetVisible(false);
         if (Picture2.Width() > 0.9f * app.Screen().WidthTwips()) mnuzoomX_Click(2);
         app.ZoneValidee = false;
-        app.HautPic1 = rt::CInt(Picture1.Height());
-        app.LargPic1 = rt::CInt(Picture1.Width());
+        app.HautPic1 = rt::CLng(Picture1.Height());
+        app.LargPic1 = rt::CLng(Picture1.Width());
     }
 }
 
@@ -295,8 +295,8 @@ void frmMain::PosDimRedMain() {
         SetLeft(app.Screen().WidthTwips() - Width());
         SetTop(0);
     } else {
-        app.HautNormal = rt::CInt(haut);
-        app.LargNormal = rt::CInt(larg);
+        app.HautNormal = rt::CLng(haut);
+        app.LargNormal = rt::CLng(larg);
     }
 }
 
@@ -312,9 +312,9 @@ void frmMain::Agrandred() {
             ImgTTscreen.SetVisible(false);
             app.VueCourante = L"image";
         }
-        app.HautNormal = rt::CInt(Height());
-        app.LargNormal = rt::CInt(Width());
-        app.GaucheNormal = rt::CInt(Left());
+        app.HautNormal = rt::CLng(Height());
+        app.LargNormal = rt::CLng(Width());
+        app.GaucheNormal = rt::CLng(Left());
         SetHeight(1430);
         SetWidth(largeurMin);
         app.ModeReduit = true;

@@ -27,8 +27,8 @@ void frmMain::MefImageF(int16_t Mode) {
             SetWidth(ImgTTscreen.Width() + 180);
             SetLeft(ecran.WidthTwips() - Width());
         } else {
-            app.HautNormal = rt::CInt(ImgTTscreen.Height() + 1400);
-            app.LargNormal = rt::CInt(ImgTTscreen.Width() + 180);
+            app.HautNormal = rt::CLng(ImgTTscreen.Height() + 1400);
+            app.LargNormal = rt::CLng(ImgTTscreen.Width() + 180);
         }
         app.VueCourante = L"image";
         Picture2.SetVisible(false);

@@ -29,7 +29,10 @@ void frmMain::Timerclav_Timer() {
     // No key down reads as a blank, and a blank key column (a short settings line) is no
     // hotkey: the two never match.
     const Params& p = app.params;
-    if (touche == L' ') return;
+    // A chord held down fires once: the key must be let go before it fires again.
+    const wchar_t tenue = ToucheTenue;
+    ToucheTenue = touche;
+    if (touche == L' ' || touche == tenue) return;
     if (touche != p.ToucheZone && touche != p.ToucheMemeZone && touche != p.ToucheEcran &&
         touche != p.ToucheFenetre && touche != p.ToucheDoubleH)
         return;
@@ -39,8 +42,10 @@ void frmMain::Timerclav_Timer() {
 
     const ui::Point pos = app.be.GetCursor().GetCursorPos();
     app.CurseurCapt = app.be.GetCursor().GetCursor();
-    app.CurseurX = rt::I16(pos.x);
-    app.CurseurY = rt::I16(pos.y);
+    app.CurseurX = pos.x;
+    app.CurseurY = pos.y;
+    app.CurseurXClavier = pos.x;
+    app.CurseurYClavier = pos.y;
     // Never lowered again: the process stays at high priority until it ends.
     app.be.GetShell().SetPriorityHigh();
 

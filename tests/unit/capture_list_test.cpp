@@ -315,8 +315,7 @@ TEST_F(CaptureListTest, SameCaptureAgainFollowsTheKindOfTheLastCapture) {
     app->LargPic1 = 2400;
     ClickButton(mv::kCmdEcran);
     ClickButton(mv::kCmdZone);
-    app->full->Hide();
-    main->Show();
+    be.KeyDown(*app->full, 27, 0); // Escape
     ASSERT_EQ(app->TypeCapt, L"z");
     main->TimPeriod.SetEnabled(true);
     ClickButton(mv::kCmdRafraichir);

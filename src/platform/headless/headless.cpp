@@ -339,6 +339,18 @@ void Backend::MouseMove(ui::Control& c, float x, float y, int button, int shift)
     });
 }
 
+void Backend::MouseDown(ui::Control& c, float x, float y, int button, int shift) {
+    ui::Dispatch(*this, [&] {
+        if (c.OnMouseDown) c.OnMouseDown({button, shift, x, y});
+    });
+}
+
+void Backend::MouseUp(ui::Control& c, float x, float y, int button, int shift) {
+    ui::Dispatch(*this, [&] {
+        if (c.OnMouseUp) c.OnMouseUp({button, shift, x, y});
+    });
+}
+
 void Backend::KeyDown(ui::Form& f, int keyCode, int shift) {
     ui::Dispatch(*this, [&] {
         int16_t k = int16_t(keyCode);

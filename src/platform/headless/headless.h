@@ -279,6 +279,8 @@ public:
     void Click(ui::Control& c);
     void DblClick(ui::Control& c);
     void MouseMove(ui::Control& c, float x, float y, int button = 0, int shift = 0);
+    void MouseDown(ui::Control& c, float x, float y, int button, int shift = 0);
+    void MouseUp(ui::Control& c, float x, float y, int button, int shift = 0);
     void KeyDown(ui::Form& f, int keyCode, int shift);
 
     // Peer bookkeeping for tests: windows alive now.

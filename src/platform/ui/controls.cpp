@@ -206,8 +206,29 @@ Frame::Frame(Form* owner, std::wstring name) : Control(owner, std::move(name), K
 Shape::Shape(Form* owner, std::wstring name) : Control(owner, std::move(name), Kind::Shape) {}
 
 void Shape::SetBorderColor(uint32_t c) {
+    if (borderColor_ == c) return;
     borderColor_ = c;
     Changed(Change::Style);
+}
+
+void Shape::SetFilled(bool f) {
+    if (filled_ == f) return;
+    filled_ = f;
+    Changed(Change::Style);
+}
+
+void Shape::SetFillColor(uint32_t c) {
+    if (fillColor_ == c) return;
+    fillColor_ = c;
+    Changed(Change::Style);
+}
+
+void Shape::CopyFrom(const Control& other) {
+    const auto& o = static_cast<const Shape&>(other);
+    borderColor_ = o.borderColor_;
+    fillColor_ = o.fillColor_;
+    filled_ = o.filled_;
+    Control::CopyFrom(other);
 }
 
 Line::Line(Form* owner, std::wstring name) : Control(owner, std::move(name), Kind::Line) {}

@@ -137,9 +137,17 @@ public:
     Shape(Form* owner, std::wstring name);
     uint32_t BorderColor() const { return borderColor_; }
     void SetBorderColor(uint32_t c);
+    // Filled shapes are painted solid in the fill colour inside their outline.
+    bool Filled() const { return filled_; }
+    void SetFilled(bool f);
+    uint32_t FillColor() const { return fillColor_; }
+    void SetFillColor(uint32_t c);
+    void CopyFrom(const Control& other) override;
 
 private:
     uint32_t borderColor_ = 0;
+    uint32_t fillColor_ = 0;
+    bool filled_ = false;
 };
 
 class Line : public Control {

@@ -60,7 +60,8 @@ void ShapePeer::PaintOnOwner(HDC dc) {
     const ui::ScreenMetrics m = Screen();
     PenHandle pen(CreatePen(PS_SOLID, 1, Color(s.BorderColor())));
     Selected sel(dc, pen.get());
-    Selected noBrush(dc, GetStockObject(NULL_BRUSH));
+    BrushHandle fill(s.Filled() ? CreateSolidBrush(Color(s.FillColor())) : nullptr);
+    Selected brush(dc, fill ? HGDIOBJ(fill.get()) : GetStockObject(NULL_BRUSH));
     Rectangle(dc, m.PxX(s.Left()), m.PxY(s.Top()), m.PxX(s.Left() + s.Width()),
               m.PxY(s.Top() + s.Height()));
 }

@@ -1,0 +1,285 @@
+// The selection overlay: the frozen, dimmed screen, placing and drawing the rectangle with
+// the mouse, the handles, validation into a capture, multi-selection and reopening.
+#include "app_fixture.h"
+#include "platform/gdi/bmp.h"
+
+namespace {
+
+constexpr float kTpp = 15; // twips per pixel of the test screen
+
+float Tw(int px) {
+    return float(px) * kTpp;
+}
+
+// A screen where every pixel differs from its neighbours, so that a shift shows.
+gdi::Surface Motif(int w, int h, int graine) {
+    gdi::Surface s(w, h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) s.At(x, y) = gdi::Rgb(x * 5 + graine, y * 7, x * 3 + y * 11);
+    return s;
+}
+
+// The tint over a pixel: black at alpha 80 of 255.
+gdi::Pixel Teinte(gdi::Pixel p) {
+    auto c = [](int v) { return (v * 175 + 127) / 255; };
+    return gdi::Rgb(c(gdi::RedOf(p)), c(gdi::GreenOf(p)), c(gdi::BlueOf(p)));
+}
+
+class OverlayTest : public AppTest {
+protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        MarkLanguage();
+        SetScreen(200, 150, 0);
+        be.desktop.screen = Motif(200, 150, 0);
+    }
+    mv::FrmFull& F() { return *app->full; }
+    // Command 0 from the toolbar, the overlay slid in.
+    void Ouvrir(int16_t preAff) {
+        app->params.PreAffZone = preAff;
+        ClickButton(mv::kCmdZone);
+        be.RunFor(300);
+        ASSERT_TRUE(F().Visible());
+    }
+    gdi::Surface Capture(int row) const { return gdi::LoadBmp(TempFile(row)); }
+};
+
+TEST_F(OverlayTest, TheScreenFreezesDimmedWithACleanCopyAndSlidesIn) {
+    Start();
+    app->params.PreAffZone = 1;
+    be.Click(main->bouton[mv::kCmdZone]);
+    ASSERT_TRUE(F().Visible());
+    EXPECT_FALSE(main->Visible());
+    // From the lower right, 300 twips a tick.
+    EXPECT_GT(F().Left(), 4000);
+    EXPECT_TRUE(F().topMost);
+    be.RunFor(300);
+    EXPECT_EQ(F().Left(), 0);
+    EXPECT_EQ(F().Top(), 0);
+
+    // Two screens high: the grab dimmed once in the upper half; the clean copy beside it.
+    const gdi::Surface& vue = F().Picture1.Image();
+    ASSERT_EQ(vue.Width(), 200);
+    ASSERT_EQ(vue.Height(), 300);
+    for (auto [x, y] : {std::pair{0, 0}, {199, 149}, {57, 33}})
+        EXPECT_EQ(vue.At(x, y), Teinte(be.desktop.screen.At(x, y))) << x << "," << y;
+    EXPECT_EQ(F().PictPourSel.Image().At(57, 33), be.desktop.screen.At(57, 33));
+    EXPECT_EQ(app->HautEcranTw, Tw(150));
+    // Brought to the front once, half a second after it opened.
+    be.RunFor(500);
+    EXPECT_EQ(be.desktop.forced.size(), 1u);
+    // The clear spot shows the clean pixels inside the rectangle, 10 twips in.
+    F().rectsel.Move(Tw(20), Tw(10), Tw(40), Tw(30));
+    F().PlacDesCoins(F().rectsel);
+    EXPECT_TRUE(F().PictClaire.Visible());
+    EXPECT_EQ(F().PictClaire.Image().At(0, 0), be.desktop.screen.At(21, 11));
+
+    // The screen changing underneath does not touch the frozen picture.
+    be.desktop.screen = Motif(200, 150, 90);
+    be.RunFor(100);
+    EXPECT_EQ(F().PictPourSel.Image().At(57, 33), Motif(200, 150, 0).At(57, 33));
+}
+
+TEST_F(OverlayTest, ARightClickTakesThePlacedRectangleOnePixelIn) {
+    Start();
+    Ouvrir(1);
+    F().rectsel.Move(Tw(20), Tw(10), Tw(40), Tw(30));
+    F().PlacDesCoins(F().rectsel);
+    be.MouseDown(F().Picture1, Tw(150), Tw(140), ui::kRightButton);
+    be.RunFor(50);
+    // The first zone of the run reaches the list.
+    ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_EQ(Capture(1), ScreenPart({21, 11, 61, 41}));
+    EXPECT_FALSE(F().Visible());
+    EXPECT_FALSE(F().EnSession());
+    EXPECT_TRUE(main->Visible());
+    EXPECT_EQ(app->ZoneGauche, Tw(20));
+    EXPECT_EQ(app->ZoneHaut, Tw(10));
+    EXPECT_EQ(app->ZoneLargeur, Tw(40));
+    EXPECT_EQ(app->TypeCapt, L"z");
+    // The cursor goes just beyond the bottom right corner.
+    EXPECT_EQ(be.cursor.pos.x, 87);
+    EXPECT_EQ(be.cursor.pos.y, 67);
+    // A second click of a double right click, queued before the overlay went, is no
+    // second capture.
+    be.MouseDown(F().Picture1, Tw(150), Tw(140), ui::kRightButton);
+    be.KeyDown(F(), 13, 0);
+    EXPECT_EQ(app->NbVignettes, 1);
+
+    // Shift and a right click make a square of the width.
+    Ouvrir(1);
+    be.MouseDown(F().Picture1, Tw(150), Tw(140), ui::kRightButton, ui::kShiftMask);
+    EXPECT_EQ(F().rectsel.Height(), Tw(40));
+    EXPECT_TRUE(F().Visible());
+    // A rectangle running off the picture is cut to it.
+    F().rectsel.Move(Tw(180), Tw(10), Tw(40), Tw(20));
+    be.MouseDown(F().Picture1, Tw(5), Tw(5), ui::kRightButton);
+    ASSERT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(Capture(2).Width(), 20);
+}
+
+TEST_F(OverlayTest, AFreehandDrawingIsCapturedOnRelease) {
+    Start();
+    // The hidden default rectangle covers the whole small screen: drawing starts anyway.
+    Ouvrir(0);
+    EXPECT_EQ(F().Picture1.MousePointer(), ui::kPointerCustom);
+    EXPECT_FALSE(F().rectsel.Visible());
+    // A press and a release on the spot draw nothing and leave the session open.
+    be.MouseDown(F().Picture1, Tw(30), Tw(20), ui::kLeftButton);
+    be.MouseUp(F().Picture1, Tw(30), Tw(20), ui::kLeftButton);
+    EXPECT_TRUE(F().Visible());
+    EXPECT_EQ(app->NbVignettes, 0);
+    // The right button starts no drawing.
+    be.MouseDown(F().Picture1, Tw(30), Tw(20), ui::kMiddleButton);
+    EXPECT_FALSE(F().TraceLibre);
+
+    // Drawn from the lower right up to the upper left: the rectangle is the same.
+    be.MouseDown(F().Picture1, Tw(70), Tw(50), ui::kLeftButton);
+    be.MouseMove(F().Picture1, Tw(50), Tw(35), ui::kLeftButton);
+    be.MouseMove(F().Picture1, Tw(30), Tw(20), ui::kLeftButton);
+    EXPECT_EQ(F().rectlibre.Left(), Tw(30));
+    EXPECT_EQ(F().rectlibre.Width(), Tw(40));
+    be.MouseUp(F().Picture1, Tw(30), Tw(20), ui::kLeftButton);
+    be.RunFor(50);
+    ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_EQ(Capture(1), ScreenPart({31, 21, 71, 51}));
+    EXPECT_FALSE(F().Visible());
+
+    // On the grid of ten pixels a drawing is cut to whole tens.
+    app->params.GrilleDix = 1;
+    Ouvrir(0);
+    F().rectsel.Move(Tw(150), Tw(120), Tw(10), Tw(10)); // small: the refusal applies
+    be.MouseDown(F().Picture1, Tw(152), Tw(118), ui::kLeftButton);
+    EXPECT_FALSE(F().TraceLibre);
+    be.MouseDown(F().Picture1, Tw(10), Tw(10), ui::kLeftButton);
+    be.MouseMove(F().Picture1, Tw(57), Tw(33), ui::kLeftButton);
+    EXPECT_EQ(F().rectlibre.Width(), Tw(40));
+    EXPECT_EQ(F().rectlibre.Height(), Tw(20));
+}
+
+TEST_F(OverlayTest, HandlesResizeAndCrossingTheOppositeEdgeSpringsBack) {
+    Start();
+    app->params.LargSel = L"0050";
+    app->params.HautSel = L"0030";
+    Ouvrir(1);
+    F().rectsel.Move(Tw(40), Tw(40), Tw(60), Tw(40));
+    F().PlacDesCoins(F().rectsel);
+    // Handle 5, bottom right: the edges land five pixels beyond the mouse.
+    EXPECT_EQ(F().coinrect[5].Left(), Tw(100));
+    be.MouseMove(F().Picture1, Tw(110), Tw(90), ui::kLeftButton);
+    be.RunFor(5);
+    EXPECT_EQ(F().Picture1.MousePointer(), ui::kPointerSizeNWSE);
+    EXPECT_EQ(F().rectsel.Width(), Tw(75));
+    EXPECT_EQ(F().rectsel.Height(), Tw(55));
+    be.MouseUp(F().Picture1, Tw(110), Tw(90), ui::kLeftButton);
+    be.RunFor(5);
+    EXPECT_EQ(F().rectsel.Width(), Tw(75));
+    // Handle 1, top left: the corner lands on the mouse, the far edges stay.
+    F().PlacDesCoins(F().rectsel);
+    be.MouseMove(F().Picture1, Tw(30), Tw(32), ui::kLeftButton);
+    be.RunFor(5);
+    be.MouseUp(F().Picture1, Tw(30), Tw(32), ui::kLeftButton);
+    EXPECT_EQ(F().rectsel.Left(), Tw(30));
+    EXPECT_EQ(F().rectsel.Top(), Tw(32));
+    EXPECT_EQ(F().rectsel.Left() + F().rectsel.Width(), Tw(115));
+    EXPECT_EQ(F().rectsel.Top() + F().rectsel.Height(), Tw(95));
+    // Only a validation remembers a zone.
+    EXPECT_EQ(app->ZoneLargeur, 0);
+
+    // Handle 4 taken across the left edge: the default size where the drag failed.
+    F().PlacDesCoins(F().rectsel);
+    F().coinrect[4].SetLeft(F().coinrect[0].Left() - Tw(3));
+    ui::Dispatch(be, [&] { F().RedimRect(4); });
+    EXPECT_FALSE(F().rectsel.Visible());
+    be.RunFor(40);
+    EXPECT_TRUE(F().rectsel.Visible());
+    EXPECT_EQ(F().rectsel.Width(), Tw(50));
+    EXPECT_EQ(F().rectsel.Height(), Tw(30));
+    EXPECT_FALSE(be.ended);
+    EXPECT_TRUE(be.boxes.empty());
+}
+
+TEST_F(OverlayTest, MultiSelectionKeepsTheFrozenScreenForEachRectangle) {
+    Start();
+    be.Click(main->Mnumulti);
+    ASSERT_TRUE(main->Mnumulti.Checked());
+    Ouvrir(1);
+    for (int i = 0; i < 3; ++i) {
+        F().rectsel.Move(Tw(10 + 30 * i), Tw(10), Tw(20), Tw(20));
+        be.MouseDown(F().Picture1, Tw(190), Tw(140), ui::kRightButton);
+        // The list stands over the overlay for a moment, then the overlay is back.
+        be.RunFor(450);
+        EXPECT_TRUE(F().Visible());
+        EXPECT_TRUE(F().EnSession());
+    }
+    ASSERT_EQ(app->NbVignettes, 3);
+    EXPECT_EQ(Capture(3), ScreenPart({71, 11, 91, 31}));
+    // A capture command while the session is open is ignored.
+    ClickButton(mv::kCmdEcran);
+    EXPECT_EQ(app->NbVignettes, 3);
+    be.KeyDown(F(), 27, 0); // Escape
+    EXPECT_FALSE(F().Visible());
+    EXPECT_TRUE(main->Visible());
+    ClickButton(mv::kCmdEcran);
+    EXPECT_EQ(app->NbVignettes, 4);
+}
+
+TEST_F(OverlayTest, BackToTheLastFrozenScreenAfterItChanged) {
+    Start();
+    Ouvrir(1);
+    F().rectsel.Move(Tw(20), Tw(10), Tw(40), Tw(30));
+    be.KeyDown(F(), 13, 0); // Enter validates
+    ASSERT_EQ(app->NbVignettes, 1);
+    const gdi::Surface avant = ScreenPart({21, 11, 61, 41});
+    const gdi::Surface fige = F().Picture1.Image();
+
+    be.desktop.screen = Motif(200, 150, 90);
+    ClickButton(mv::kCmdAnnuler);
+    be.RunFor(300);
+    ASSERT_TRUE(F().Visible());
+    // Not dimmed again: the same picture as before.
+    EXPECT_EQ(F().Picture1.Image().At(57, 33), fige.At(57, 33));
+    be.MouseDown(F().Picture1, Tw(190), Tw(140), ui::kRightButton);
+    ASSERT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(Capture(2), avant);
+}
+
+TEST_F(OverlayTest, ACommandInsideTheWaitOfAnotherDoesNotNest) {
+    Start();
+    app->params.PreAffZone = 1;
+    be.Schedule(100, [&] { be.Click(main->bouton[mv::kCmdZone]); });
+    ClickButton(mv::kCmdZone);
+    be.RunFor(300);
+    EXPECT_EQ(be.desktop.grabs, 1);
+    EXPECT_TRUE(F().Visible());
+}
+
+TEST_F(OverlayTest, TheCursorIsStampedOnlyForAHotkeySession) {
+    Start();
+    gdi::IconImage icone;
+    icone.width = icone.height = 2;
+    icone.color.assign(4, 0xFF0000);
+    icone.mask.assign(4, 0);
+    be.cursor.images[0x4321] = icone;
+    app->CurseurCapt = 0x4321;
+    app->CurseurXClavier = 50;
+    app->CurseurYClavier = 60;
+    Ouvrir(1);
+    EXPECT_NE(F().PictPourSel.Image().At(50, 60), gdi::Rgb(255, 0, 0));
+    be.KeyDown(F(), 27, 0);
+
+    // The hotkey of a zone: Control+Z as the key poll sees it.
+    be.cursor.pos = {50, 60};
+    be.cursor.handle = 0x4321;
+    be.keyboard.Press(ui::kKeyControl);
+    be.keyboard.Press('Z');
+    be.RunFor(150);
+    be.keyboard.Release('Z');
+    be.keyboard.Release(ui::kKeyControl);
+    be.RunFor(700);
+    ASSERT_TRUE(F().Visible());
+    EXPECT_EQ(F().PictPourSel.Image().At(50, 60), gdi::Rgb(255, 0, 0));
+    EXPECT_EQ(F().Picture1.Image().At(51, 61), gdi::Rgb(255, 0, 0));
+}
+
+} // namespace
