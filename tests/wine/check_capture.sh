@@ -27,6 +27,7 @@ start_program() {
     # The language is chosen already: the chooser has checks of its own.
     mv_choose_english
     wh_launch "$BIN/mirovanta.exe"
+    WH_PID_PROGRAM=$WH_PID
     wh_find_window '^Mirovanta - ' 20 || return 1
     MAIN=$WH_WID
     sleep 1.5 # the opening animation
@@ -103,6 +104,136 @@ wh_check "the clipboard holds the capture" check_clipboard
 wh_check "the Copy button copies the capture's file" check_copy_button
 wh_check "the capture is in view at 75 %" check_capture_in_view
 wh_check "Delete removes the capture and its file" check_delete_key
+
+# ---- the selection overlay -------------------------------------------------------------
+# The default rectangle (420 x 260) stands in the middle of the 1280 x 1024 screen.
+RX=430 RY=382 RW=420 RH=260
+
+# overlay_wid: the program's window with no title at the screen's corner, into OVERLAY.
+overlay_wid() {
+    local w
+    for w in $(xdotool search --onlyvisible --pid "$WH_PID_PROGRAM" 2>/dev/null); do
+        [[ -z "$(xdotool getwindowname "$w" 2>/dev/null)" ]] || continue
+        wh_window_geometry "$w" || continue
+        if ((WH_X == 0 && WH_Y == 0 && WH_W == 1280)); then OVERLAY=$w; return 0; fi
+    done
+    return 1
+}
+# The cursor of a hotkey's moment is stamped into the frozen screen: it is kept right of
+# the zones and above the band that the checks compare.
+open_overlay() {
+    sleep 0.5
+    wh_mouse_move 1240 300
+    wh_key_hold "$MAIN" ctrl+z 0.4 || return 1
+    wh_wait_for "the overlay" 15 overlay_wid || return 1
+    sleep 1 # sliding in
+}
+# new_capture N: waits for the Nth temporary BMP and copies it to the artifacts as NAME.
+nth_capture() { [ "$(temp_files | wc -l)" -ge "$1" ]; }
+new_capture() {
+    wh_wait_for "capture $1" 15 nth_capture "$1" || { wh_screenshot "no-capture-$1.png"; return 1; }
+    sleep 0.5
+    cp "$(ls -t $(temp_files) | head -1)" "$WH_ART/$2.bmp"
+}
+# crop W H X Y NAME: that part of the known picture.
+crop() { convert "$WH_PICTURE" -crop "$1x$2+$3+$4" +repage "$WH_ART/$5.png"; }
+
+check_overlay_shows_the_dimmed_screen() {
+    # The list is empty: Control+Q ends the first run without a question.
+    wh_key "$MAIN" ctrl+q || return 1
+    wh_wait_exit "$WH_PID_PROGRAM" 20 || return 1
+    start_program || return 1
+    open_overlay || return 1
+    wh_mouse_move 300 250
+    sleep 0.5
+    wh_screenshot overlay.png
+    # Outside: the picture under black at 80/255. Inside the clear spot: the picture.
+    convert "$WH_PICTURE" -evaluate multiply 0.6862745 "$WH_ART/dimmed.png"
+    wh_diff_count "$WH_ART/overlay.png" "$WH_ART/dimmed.png" --region 1280x300+0+700 --fuzz 1% ||
+        return 1
+    ((WH_DIFF == 0)) || { wh_reason "$WH_DIFF pixels of the lower band are not the dimmed picture"; return 1; }
+    wh_assert_same clear-spot "$WH_ART/overlay.png" "$WH_PICTURE" \
+        --region $((RW - 4))x$((RH - 8))+$((RX + 2))+$((RY + 2)) || return 1
+}
+
+check_right_click_captures_the_rectangle() {
+    wh_click root 200 900 3 || return 1
+    new_capture 1 zone1 || return 1
+    crop $RW $RH $((RX + 1)) $((RY + 1)) want1
+    wh_assert_same zone1 "$WH_ART/zone1.bmp" "$WH_ART/want1.png" || return 1
+    wh_wait_window_gone "$OVERLAY" 10
+}
+
+check_handle_drag_resizes() {
+    open_overlay || return 1
+    # The bottom right handle, dragged: the far edges land 5 pixels beyond the mouse.
+    wh_drag root $((RX + RW + 2)) $((RY + RH + 2)) 900 700 || return 1
+    sleep 0.5
+    wh_screenshot handle-drag.png
+    wh_click root 200 900 3 || return 1
+    new_capture 2 zone2 || return 1
+    crop 475 323 $((RX + 1)) $((RY + 1)) want2
+    wh_assert_same zone2 "$WH_ART/zone2.bmp" "$WH_ART/want2.png"
+}
+
+# Command 11 shows the frozen screen of the last session, not the screen of now (where the
+# main window stands at the top right).
+check_back_to_the_frozen_screen() {
+    wh_wait_window_gone "$OVERLAY" 10 || return 1
+    sleep 1
+    wh_screenshot before-back.png
+    mv_click_button 11
+    wh_wait_for "the overlay" 15 overlay_wid || return 1
+    sleep 1.5
+    wh_screenshot back.png
+    wh_diff_count "$WH_ART/back.png" "$WH_ART/dimmed.png" --region 300x60+950+100 --fuzz 1% ||
+        return 1
+    ((WH_DIFF == 0)) || { wh_reason "the reopened screen is not the frozen one ($WH_DIFF)"; return 1; }
+    wh_click root 200 900 3 || return 1
+    new_capture 3 zone3 || return 1
+    wh_assert_same zone3 "$WH_ART/zone3.bmp" "$WH_ART/want2.png"
+}
+
+# Control+M takes the last zone again from the live screen.
+check_same_zone_again() {
+    wh_wait_window_gone "$OVERLAY" 10 || return 1
+    sleep 1
+    wh_key_hold "$MAIN" ctrl+m 0.4 || return 1
+    new_capture 4 zone4 || return 1
+    wh_assert_same zone4 "$WH_ART/zone4.bmp" "$WH_ART/want2.png"
+}
+
+# quit_discarding: Control+Q, and No to keeping the captures.
+quit_discarding() {
+    wh_key "$MAIN" ctrl+q || return 1
+    wh_find_window '^Mirovanta - quit$' 10 || return 1
+    wh_key "$WH_WID" n || return 1
+    wh_wait_exit "$WH_PID_PROGRAM" 20
+}
+
+# Free mode (column 120 of the settings line at 0): a drawing is captured on release.
+check_free_drawing() {
+    quit_discarding || return 1
+    local line
+    line=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
+    { printf '%s\r\n' "${line:0:119}0${line:120}"; sed -n 2p "$APPDATA/params.txt"; } > "$APPDATA/params.tmp"
+    mv "$APPDATA/params.tmp" "$APPDATA/params.txt"
+    start_program || return 1
+    open_overlay || return 1
+    wh_drag root 100 600 300 750 || return 1
+    new_capture 1 free || return 1
+    crop 200 150 101 601 want-free
+    wh_assert_same free "$WH_ART/free.bmp" "$WH_ART/want-free.png" || return 1
+    wh_wait_window_gone "$OVERLAY" 10 || return 1
+    quit_discarding
+}
+
+wh_check "Control+Z shows the frozen screen dimmed, clean inside the rectangle" check_overlay_shows_the_dimmed_screen
+wh_check "a right click captures the rectangle's pixels, one pixel in" check_right_click_captures_the_rectangle
+wh_check "a handle dragged with the mouse resizes the rectangle" check_handle_drag_resizes
+wh_check "command 11 reopens the frozen screen after the screen changed" check_back_to_the_frozen_screen
+wh_check "Control+M takes the same zone from the live screen" check_same_zone_again
+wh_check "in free mode a drawn rectangle is captured on release" check_free_drawing
 
 # 200 captures taken and deleted leave the window-system objects where they were.
 check_no_leak() {
