@@ -122,8 +122,8 @@ void FrmFull::Design() {
     LabGuide.SetBackColor(0x000000);
     LabGuide.SetForeColor(kRouge);
     LabGuide.Move(0, 0, 4400, 260);
+    PictValid.SetBackColor(0xFFFFFF);
     PictValid.Move(0, 0, 240, 240);
-    PictValid.SetBackColor(0x00A000);
     PictHelpDbH.Move(500, 0, 4200, 1400);
     PictHelpDbH.SetBackColor(0xE1FFFF);
     PictHelpDbH.SetVisible(false);
@@ -223,6 +223,21 @@ void FrmFull::Form_Load() {
         LabPreAff.SetVisible(true);
         TimLabPreAff.SetEnabled(true);
     }
+    DessinerCoche(PictValid.Image());
+    PictValid.Refresh();
+}
+
+void FrmFull::DessinerCoche(gdi::Surface& s) {
+    // A green tick, two pixels thick: down from the left third, then up to the top right.
+    const int w = s.Width(), h = s.Height();
+    const gdi::Pixel vert = gdi::Rgb(0, 150, 0);
+    auto point = [&](int x, int y) {
+        if (x >= 0 && y >= 0 && x + 1 < w && y + 1 < h) s.FillRect(x, y, 2, 2, vert);
+    };
+    for (int x = w / 6; x <= w * 2 / 5; ++x) point(x, h / 2 + (x - w / 6));
+    const int x0 = w * 2 / 5, y0 = h / 2 + (x0 - w / 6);
+    for (int x = x0; x < w - 2; ++x)
+        point(x, y0 - (x - x0) * (y0 - h / 6) / std::max(1, w - 2 - x0));
 }
 
 void FrmFull::InitFull(int16_t Mode) {

@@ -128,6 +128,8 @@ private:
     void MontrerPoignees(bool v);
     // The end of a session: its timers stop, the overlay hides for good.
     void FinSession();
+    // The check mark beside the guide.
+    static void DessinerCoche(gdi::Surface& s);
     // Stamps the cursor taken at the opening key press on Picture1 and PictPourSel.
     void TamponCurseur();
 

@@ -145,12 +145,15 @@ void FormPeer::ApplyState() {
 
 void FormPeer::ApplyStyle() {
     const ui::Form& f = form();
+    const LONG_PTR ex = GetWindowLongPtrW(hwnd_, GWL_EXSTYLE);
     if (f.TransparentKey() >= 0) {
-        LONG_PTR ex = GetWindowLongPtrW(hwnd_, GWL_EXSTYLE);
         SetWindowLongPtrW(hwnd_, GWL_EXSTYLE, ex | WS_EX_LAYERED);
         SetLayeredWindowAttributes(hwnd_, COLORREF(f.TransparentKey()), 0, LWA_COLORKEY);
+    } else if (ex & WS_EX_LAYERED) {
+        // No key any more: a plain window again, all of it drawn.
+        SetWindowLongPtrW(hwnd_, GWL_EXSTYLE, ex & ~LONG_PTR(WS_EX_LAYERED));
     }
-    InvalidateRect(hwnd_, nullptr, TRUE);
+    RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void FormPeer::Update(ui::Change what) {
