@@ -189,6 +189,20 @@ SCRIPT
         { wh_reason "no copy saved once the folder was right: $(ls "$SAVED")"; return 1; }
 }
 
+# overwrite_question KEY: the save dialog again, its proposed name taken, and the question
+# about replacing the file answered with KEY.
+overwrite_question() {
+    mv_click_button 4
+    wh_find_window '^Save the capture as$' 15 || return 1
+    sleep 1
+    wh_key "$WH_WID" Return || return 1
+    wh_find_window '^Mirovanta$' 15 || return 1
+    sleep 0.5
+    wh_screenshot "overwrite-question-$1.png"
+    wh_key "$WH_WID" "$1" || return 1
+    wh_wait_window_gone "$WH_WID" 5
+}
+
 # The save dialog: the proposed name, a name typed with another extension saved in the
 # filter's format, then the same name again answered No, then Yes, at the overwrite question.
 check_save_dialog() {
@@ -220,29 +234,14 @@ check_save_dialog() {
     before=$(md5sum < "$SAVED/shot.jpg")
 
     # Again: the dialog proposes "shot" in the last folder; the target exists, No keeps it.
-    mv_click_button 4
-    wh_find_window '^Save the capture as$' 15 || return 1
-    sleep 1
-    wh_key "$WH_WID" Return || return 1
-    wh_find_window '^Mirovanta$' 15 || return 1
-    sleep 0.5
-    wh_screenshot overwrite-question.png
-    wh_key "$WH_WID" n || return 1
-    wh_wait_window_gone "$WH_WID" 5 || return 1
+    overwrite_question n || return 1
     [[ "$(md5sum < "$SAVED/shot.jpg")" == "$before" ]] || { wh_reason "shot.jpg was replaced"; return 1; }
     # The scratch copy beside the target stays behind on No.
     [[ -e $SAVED/shot_temp.bmp ]] || { wh_reason "no scratch file: $(ls "$SAVED")"; return 1; }
 
     # Once more, answered Yes: the target is replaced by the capture, the scratch copy goes.
     printf 'not a picture' >"$SAVED/shot.jpg"
-    mv_click_button 4
-    wh_find_window '^Save the capture as$' 15 || return 1
-    sleep 1
-    wh_key "$WH_WID" Return || return 1
-    wh_find_window '^Mirovanta$' 15 || return 1
-    sleep 0.5
-    wh_key "$WH_WID" y || return 1
-    wh_wait_window_gone "$WH_WID" 5 || return 1
+    overwrite_question y || return 1
     wh_wait_for "shot.jpg replaced" 20 \
         test "$(identify -format '%m %wx%h' "$SAVED/shot.jpg" 2>/dev/null)" == "JPEG 1280x1024" || return 1
     [[ ! -e $SAVED/shot_temp.bmp ]] || { wh_reason "the scratch file stayed: $(ls "$SAVED")"; return 1; }
