@@ -39,7 +39,7 @@ template <class T> struct Table {
 
 // The parallel tables of the captures; row 0 is never a capture.
 struct TabVignettes {
-    Table<int16_t> HautV, LargV, HautFenV, LargFenV;
+    Table<int32_t> HautV, LargV, HautFenV, LargFenV; // twips: 32-bit for big screens
     Table<std::wstring> DimV, TypeV, FichierV, Horodatage;
 };
 

@@ -120,14 +120,14 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
 
             auto& shell = app.be.GetShell();
             const rt::SystemTime now = app.be.Now();
-            app.tab.HautV[n] = rt::CInt(app.HautCapt);
-            app.tab.LargV[n] = rt::CInt(app.LargCapt);
+            app.tab.HautV[n] = rt::CLng(app.HautCapt);
+            app.tab.LargV[n] = rt::CLng(app.LargCapt);
             app.tab.Horodatage[n] = CalcHorodatage(rt::DateText(now, shell.ShortDatePattern()),
                                                    rt::TimeText(now, shell.TimePattern()));
-            app.tab.HautFenV[n] = rt::I16(app.tab.HautV[n] + 1800);
+            app.tab.HautFenV[n] = app.tab.HautV[n] + 1800;
             const float largeurMin = LargeurMin();
             app.tab.LargFenV[n] =
-                rt::CInt(largeurMin < app.LargCapt ? app.LargCapt + 210 : largeurMin);
+                rt::CLng(largeurMin < app.LargCapt ? app.LargCapt + 210 : largeurMin);
             app.tab.DimV[n] = Labtaille.Caption();
             app.tab.TypeV[n] = app.TypeCapt;
             app.VignetteCourante = app.NbVignettes;

@@ -74,7 +74,7 @@ TEST_F(CaptureListTest, DeletingRowThreeOfFiveMovesEverythingButTheStamps) {
     list->PictSave[4].SetVisible(true);
 
     struct Ligne {
-        int16_t haut, larg, hautFen, largFen;
+        int32_t haut, larg, hautFen, largFen;
         std::wstring dim, type, fichier, stamp, legende;
         float largImg, hautImg;
         gdi::Surface image, grande;

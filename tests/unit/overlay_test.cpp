@@ -283,3 +283,25 @@ TEST_F(OverlayTest, TheCursorIsStampedOnlyForAHotkeySession) {
 }
 
 } // namespace
+
+namespace {
+// A 3840 x 2160 screen passes 16-bit twips: a whole-screen capture, then a zone, reach the
+// list with their sizes.
+TEST_F(OverlayTest, BigScreenCapturesKeepTheirSizes) {
+    Start();
+    SetScreen(3840, 2160, gdi::Rgb(10, 20, 30));
+    be.desktop.screen.At(1711, 951) = gdi::Rgb(250, 0, 0);
+    ClickButton(mv::kCmdEcran);
+    be.RunFor(3000);
+    Ouvrir(1);
+    be.MouseDown(F().Picture1, Tw(100), Tw(2000), ui::kRightButton);
+    be.RunFor(3000);
+    EXPECT_TRUE(be.boxes.empty());
+    ASSERT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(app->tab.LargV[1], Tw(3840));
+    EXPECT_EQ(app->tab.HautFenV[1], Tw(2160) + 1800);
+    EXPECT_EQ(app->tab.LargV[2], Tw(420));
+    // The default rectangle in the middle, one pixel in.
+    EXPECT_EQ(Capture(2).At(0, 0), gdi::Rgb(250, 0, 0));
+}
+} // namespace
