@@ -15,24 +15,6 @@ wh_start_wine
 
 mv_use_prefix
 
-# The screen holds the notification icon in Wine's tray window besides the known picture.
-tray_box() {
-    local w
-    w=$(xdotool search --onlyvisible --name '^Wine System Tray$' | head -1)
-    [[ -n "$w" ]] || { echo 0x0+0+0; return; }
-    wh_window_geometry "$w" && echo "${WH_W}x$WH_H+$WH_X+$WH_Y"
-}
-
-start_program() {
-    # The language is chosen already: the chooser has checks of its own.
-    mv_choose_english
-    wh_launch "$BIN/mirovanta.exe"
-    WH_PID_PROGRAM=$WH_PID
-    wh_find_window '^Mirovanta - ' 20 || return 1
-    MAIN=$WH_WID
-    sleep 1.5 # the opening animation
-}
-
 check_toolbar() {
     wh_screenshot start.png
     wh_window_geometry "$MAIN" || return 1
@@ -48,7 +30,7 @@ check_whole_screen_capture() {
     wh_wait_for "a temporary BMP" 15 has_temp_file || return 1
     sleep 1
     CAPTURE=$(temp_files | head -1)
-    TRAY=$(tray_box)
+    TRAY=$(mv_tray_box)
     wh_assert_same capture "$CAPTURE" "$WH_PICTURE" --exclude "$TRAY" || return 1
 }
 
@@ -97,7 +79,7 @@ check_delete_key() {
     wh_wait_window_gone "$list" 10 || return 1
 }
 
-wh_check "the program starts with its toolbar" start_program
+wh_check "the program starts with its toolbar" mv_start "$BIN"
 wh_check "the toolbar shows its bitmaps at the top right" check_toolbar
 wh_check "a whole-screen capture writes the screen's pixels" check_whole_screen_capture
 wh_check "the clipboard holds the capture" check_clipboard
@@ -109,41 +91,12 @@ wh_check "Delete removes the capture and its file" check_delete_key
 # The default rectangle (420 x 260) stands in the middle of the 1280 x 1024 screen.
 RX=430 RY=382 RW=420 RH=260
 
-# overlay_wid: the program's window with no title at the screen's corner, into OVERLAY.
-overlay_wid() {
-    local w
-    for w in $(xdotool search --onlyvisible --pid "$WH_PID_PROGRAM" 2>/dev/null); do
-        [[ -z "$(xdotool getwindowname "$w" 2>/dev/null)" ]] || continue
-        wh_window_geometry "$w" || continue
-        if ((WH_X == 0 && WH_Y == 0 && WH_W == 1280)); then OVERLAY=$w; return 0; fi
-    done
-    return 1
-}
-# The cursor of a hotkey's moment is stamped into the frozen screen: it is kept right of
-# the zones and above the band that the checks compare.
-open_overlay() {
-    sleep 0.5
-    wh_mouse_move 1240 300
-    wh_key_hold "$MAIN" ctrl+z 0.4 || return 1
-    wh_wait_for "the overlay" 15 overlay_wid || return 1
-    sleep 1 # sliding in
-}
-# new_capture N: waits for the Nth temporary BMP and copies it to the artifacts as NAME.
-nth_capture() { [ "$(temp_files | wc -l)" -ge "$1" ]; }
-new_capture() {
-    wh_wait_for "capture $1" 15 nth_capture "$1" || { wh_screenshot "no-capture-$1.png"; return 1; }
-    sleep 0.5
-    cp "$(ls -t $(temp_files) | head -1)" "$WH_ART/$2.bmp"
-}
-# crop W H X Y NAME: that part of the known picture.
-crop() { convert "$WH_PICTURE" -crop "$1x$2+$3+$4" +repage "$WH_ART/$5.png"; }
-
 check_overlay_shows_the_dimmed_screen() {
     # The list is empty: Control+Q ends the first run without a question.
     wh_key "$MAIN" ctrl+q || return 1
     wh_wait_exit "$WH_PID_PROGRAM" 20 || return 1
-    start_program || return 1
-    open_overlay || return 1
+    mv_start "$BIN" || return 1
+    mv_open_overlay || return 1
     wh_mouse_move 300 250
     sleep 0.5
     wh_screenshot overlay.png
@@ -158,21 +111,21 @@ check_overlay_shows_the_dimmed_screen() {
 
 check_right_click_captures_the_rectangle() {
     wh_click root 200 900 3 || return 1
-    new_capture 1 zone1 || return 1
-    crop $RW $RH $((RX + 1)) $((RY + 1)) want1
+    mv_new_capture 1 zone1 || return 1
+    mv_crop $RW $RH $((RX + 1)) $((RY + 1)) want1
     wh_assert_same zone1 "$WH_ART/zone1.bmp" "$WH_ART/want1.png" || return 1
     wh_wait_window_gone "$OVERLAY" 10
 }
 
 check_handle_drag_resizes() {
-    open_overlay || return 1
+    mv_open_overlay || return 1
     # The bottom right handle, dragged: the far edges land 5 pixels beyond the mouse.
     wh_drag root $((RX + RW + 2)) $((RY + RH + 2)) 900 700 || return 1
     sleep 0.5
     wh_screenshot handle-drag.png
     wh_click root 200 900 3 || return 1
-    new_capture 2 zone2 || return 1
-    crop 475 323 $((RX + 1)) $((RY + 1)) want2
+    mv_new_capture 2 zone2 || return 1
+    mv_crop 475 323 $((RX + 1)) $((RY + 1)) want2
     wh_assert_same zone2 "$WH_ART/zone2.bmp" "$WH_ART/want2.png"
 }
 
@@ -183,14 +136,14 @@ check_back_to_the_frozen_screen() {
     sleep 1
     wh_screenshot before-back.png
     mv_click_button 11
-    wh_wait_for "the overlay" 15 overlay_wid || return 1
+    wh_wait_for "the overlay" 15 mv_overlay_wid || return 1
     sleep 1.5
     wh_screenshot back.png
     wh_diff_count "$WH_ART/back.png" "$WH_ART/dimmed.png" --region 300x60+950+100 --fuzz 1% ||
         return 1
     ((WH_DIFF == 0)) || { wh_reason "the reopened screen is not the frozen one ($WH_DIFF)"; return 1; }
     wh_click root 200 900 3 || return 1
-    new_capture 3 zone3 || return 1
+    mv_new_capture 3 zone3 || return 1
     wh_assert_same zone3 "$WH_ART/zone3.bmp" "$WH_ART/want2.png"
 }
 
@@ -199,7 +152,7 @@ check_same_zone_again() {
     wh_wait_window_gone "$OVERLAY" 10 || return 1
     sleep 1
     wh_key_hold "$MAIN" ctrl+m 0.4 || return 1
-    new_capture 4 zone4 || return 1
+    mv_new_capture 4 zone4 || return 1
     wh_assert_same zone4 "$WH_ART/zone4.bmp" "$WH_ART/want2.png"
 }
 
@@ -208,9 +161,9 @@ check_same_zone_again() {
 # drag from inside it; Escape ends the session. The rectangle keeps the size the handle
 # drag gave it.
 check_multi_selection() {
-    wh_wait_for "capture 4" 15 nth_capture 4 || return 1
+    wh_wait_for "capture 4" 15 mv_nth_capture 4 || return 1
     mv_click_button 8
-    open_overlay || return 1
+    mv_open_overlay || return 1
     local list k dx=(0 -300 300) dy=(0 -250 200) x=$RX y=$RY
     list=$(xdotool search --name '^Collection$' | head -1)
     for k in 0 1 2; do
@@ -224,12 +177,12 @@ check_multi_selection() {
             wh_screenshot multi-moved$k.png
         fi
         wh_click root 200 990 3 || return 1
-        new_capture $((5 + k)) multi$k || return 1
-        crop 475 323 $((x + 1)) $((y + 1)) want-multi$k
+        mv_new_capture $((5 + k)) multi$k || return 1
+        mv_crop 475 323 $((x + 1)) $((y + 1)) want-multi$k
         wh_assert_same multi$k "$WH_ART/multi$k.bmp" "$WH_ART/want-multi$k.png" || return 1
         # Without a window manager Wine holds the hide of the framed list for 2 s.
         wh_wait_window_gone "$list" 10 || return 1
-        overlay_wid || { wh_reason "the overlay did not come back after capture $((k + 1))"; return 1; }
+        mv_overlay_wid || { wh_reason "the overlay did not come back after capture $((k + 1))"; return 1; }
     done
     wh_key "$OVERLAY" Escape || return 1
     wh_wait_window_gone "$OVERLAY" 10 || return 1
@@ -251,11 +204,11 @@ check_free_drawing() {
     line=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
     { printf '%s\r\n' "${line:0:119}0${line:120}"; sed -n 2p "$APPDATA/params.txt"; } > "$APPDATA/params.tmp"
     mv "$APPDATA/params.tmp" "$APPDATA/params.txt"
-    start_program || return 1
-    open_overlay || return 1
+    mv_start "$BIN" || return 1
+    mv_open_overlay || return 1
     wh_drag root 100 600 300 750 || return 1
-    new_capture 1 free || return 1
-    crop 200 150 101 601 want-free
+    mv_new_capture 1 free || return 1
+    mv_crop 200 150 101 601 want-free
     wh_assert_same free "$WH_ART/free.bmp" "$WH_ART/want-free.png" || return 1
     wh_wait_window_gone "$OVERLAY" 10 || return 1
     quit_discarding

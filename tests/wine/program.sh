@@ -29,3 +29,57 @@ mv_choose_english() { mkdir -p "$APPDATA" && printf 'ConstPRJA\r\n' >"$APPDATA/s
 # temp_files: the program's temporary captures, sorted; has_temp_file: true when any.
 temp_files() { find "$APPDATA" -name 'Captprov_*.bmp' 2>/dev/null | sort; }
 has_temp_file() { [ -n "$(temp_files)" ]; }
+
+# mv_tray_box: the geometry WxH+X+Y of Wine's tray window, which the screen holds besides
+# the known picture (0x0+0+0 when there is none).
+mv_tray_box() {
+    local w
+    w=$(xdotool search --onlyvisible --name '^Wine System Tray$' | head -1)
+    [[ -n "$w" ]] || { echo 0x0+0+0; return; }
+    wh_window_geometry "$w" && echo "${WH_W}x$WH_H+$WH_X+$WH_Y"
+}
+
+# mv_start BIN_DIR: starts the program in English (the chooser has checks of its own) and
+# waits for its main window. Sets WH_PID_PROGRAM and MAIN.
+mv_start() {
+    mv_choose_english
+    wh_launch "$1/mirovanta.exe"
+    WH_PID_PROGRAM=$WH_PID
+    wh_find_window '^Mirovanta - ' 20 || return 1
+    MAIN=$WH_WID
+    sleep 1.5 # the opening animation
+}
+
+# mv_overlay_wid: the program's window with no title over the whole screen, into OVERLAY.
+mv_overlay_wid() {
+    local w
+    for w in $(xdotool search --onlyvisible --pid "$WH_PID_PROGRAM" 2>/dev/null); do
+        [[ -z "$(xdotool getwindowname "$w" 2>/dev/null)" ]] || continue
+        wh_window_geometry "$w" || continue
+        if ((WH_X == 0 && WH_Y == 0 && WH_W == WH_SCREEN_W)); then OVERLAY=$w; return 0; fi
+    done
+    return 1
+}
+
+# mv_open_overlay: Control+Z, then waits for the overlay to slide in. The cursor of the
+# key press is stamped into the frozen screen: it is kept near the right edge, 300 pixels
+# down, clear of the zones that the checks compare.
+mv_open_overlay() {
+    sleep 0.5
+    wh_mouse_move $((WH_SCREEN_W - 40)) 300
+    wh_key_hold "$MAIN" ctrl+z 0.4 || return 1
+    wh_wait_for "the overlay" 15 mv_overlay_wid || return 1
+    sleep 1 # sliding in
+}
+
+# mv_new_capture N NAME: waits for the Nth temporary BMP and copies the newest to the
+# artifacts as NAME.bmp.
+mv_nth_capture() { [ "$(temp_files | wc -l)" -ge "$1" ]; }
+mv_new_capture() {
+    wh_wait_for "capture $1" 15 mv_nth_capture "$1" || { wh_screenshot "no-capture-$1.png"; return 1; }
+    sleep 0.5
+    cp "$(ls -t $(temp_files) | head -1)" "$WH_ART/$2.bmp"
+}
+
+# mv_crop W H X Y NAME: that part of the known picture, as artifacts/NAME.png.
+mv_crop() { convert "$WH_PICTURE" -crop "$1x$2+$3+$4" +repage "$WH_ART/$5.png"; }
