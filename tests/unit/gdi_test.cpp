@@ -367,6 +367,21 @@ TEST(GdiBlend, AlphaBlendIsExactAndDrawsOnlyAValidSource) {
     Surface target(4, 3, Rgb(200, 100, 50));
     AlphaBlend(target, 0, 0, 4, 3, mask, 0, 0, 1, 1, 80);
     EXPECT_EQ(target, Surface(4, 3, Rgb(137, 69, 34)));
+    // Every channel value under a one-colour tint, and a source of two colours stretched.
+    auto blend = [](int s, int d, int a) { return (s * a + d * (255 - a) + 127) / 255; };
+    Surface ramp(256, 1);
+    for (int v = 0; v < 256; ++v) ramp.At(v, 0) = Rgb(v, 255 - v, v / 2);
+    AlphaBlend(ramp, 0, 0, 256, 1, Surface(2, 2, Rgb(10, 20, 30)), 0, 0, 2, 2, 80);
+    for (int v = 0; v < 256; ++v)
+        ASSERT_EQ(ramp.At(v, 0),
+                  Rgb(blend(10, v, 80), blend(20, 255 - v, 80), blend(30, v / 2, 80)));
+    Surface two(2, 1);
+    two.At(0, 0) = Rgb(255, 0, 0);
+    two.At(1, 0) = Rgb(0, 0, 255);
+    Surface wide(4, 1, Rgb(0, 100, 255));
+    AlphaBlend(wide, 0, 0, 4, 1, two, 0, 0, 2, 1, 80);
+    EXPECT_EQ(wide.At(1, 0), Rgb(80, 69, 175));
+    EXPECT_EQ(wide.At(2, 0), Rgb(0, 69, 255));
 }
 
 TEST(GdiIcon, DrawIconAppliesMaskThenColourAndClips) {

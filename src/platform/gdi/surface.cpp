@@ -110,6 +110,29 @@ void AlphaBlend(Surface& dst, int dx, int dy, int dw, int dh, const Surface& src
     int64_t y0 = std::max<int64_t>(0, -int64_t(dy));
     int64_t y1 = std::min<int64_t>(dh, int64_t(dst.Height()) - dy);
     if (x0 >= x1 || y0 >= y1) return;
+    // A source of one colour (a tint) blends through a table per channel.
+    const Pixel c = from->Row(sy)[sx];
+    bool uni = true;
+    for (int y = sy; y < sy + sh && uni; ++y)
+        uni = std::all_of(from->Row(y) + sx, from->Row(y) + sx + sw,
+                          [c](Pixel p) { return ((p ^ c) & 0xFFFFFF) == 0; });
+    if (uni) {
+        uint8_t tr[256], tg[256], tb[256];
+        const uint32_t na = 255u - alpha;
+        for (uint32_t v = 0; v < 256; ++v) {
+            tr[v] = uint8_t(Div255(uint32_t(RedOf(c)) * alpha + v * na));
+            tg[v] = uint8_t(Div255(uint32_t(GreenOf(c)) * alpha + v * na));
+            tb[v] = uint8_t(Div255(uint32_t(BlueOf(c)) * alpha + v * na));
+        }
+        for (int64_t y = y0; y < y1; ++y) {
+            Pixel* d = dst.Row(int(dy + y)) + dx;
+            for (int64_t x = x0; x < x1; ++x) {
+                const Pixel p = d[x];
+                d[x] = (Pixel(tr[RedOf(p)]) << 16) | (Pixel(tg[GreenOf(p)]) << 8) | tb[BlueOf(p)];
+            }
+        }
+        return;
+    }
     std::vector<int> column(size_t(x1 - x0));
     for (int64_t x = x0; x < x1; ++x) column[size_t(x - x0)] = int(sx + x * sw / dw);
     for (int64_t y = y0; y < y1; ++y) {
