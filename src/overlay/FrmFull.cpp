@@ -120,9 +120,12 @@ void FrmFull::Design() {
     LabGuide.Move(0, 0, 4400, 260);
     PictValid.SetBackColor(0xFFFFFF);
     PictValid.Move(0, 0, 240, 240);
-    PictHelpDbH.Move(500, 0, 4200, 1400);
+    PictHelpDbH.Move(500, 0, 6000, 1500);
     PictHelpDbH.SetBackColor(0xE1FFFF);
     PictHelpDbH.SetVisible(false);
+    LabAideDbH.SetContainer(&PictHelpDbH);
+    LabAideDbH.SetBackColor(0xE1FFFF);
+    LabAideDbH.Move(1300, 120, 4550, 1260);
     pictcoccin.Move(0, 0, 240, 240);
     pictcoccin.SetBackColor(0x404040);
 }
@@ -161,6 +164,7 @@ void FrmFull::WireEvents() {
         Picture1_MouseUp(e.button, e.shift, e.x + PictClaire.Left(), e.y + PictClaire.Top());
     };
     PictHelpDbH.OnMouseMove = [this](const ui::MouseEvent&) { PictHelpDbH.SetVisible(false); };
+    LabAideDbH.OnMouseMove = PictHelpDbH.OnMouseMove;
 
     TimMvtDeb.OnTimer = [this] { TimMvtDeb_Timer(); };
     TimForgrnd.OnTimer = [this] {
@@ -221,6 +225,32 @@ void FrmFull::Form_Load() {
     }
     DessinerCoche(PictValid.Image());
     PictValid.Refresh();
+    LabAideDbH.SetCaption(app.Lang(273));
+    PictHelpDbH.Cls();
+    DessinerAideDbH(PictHelpDbH.Image(), ecran.PxX(1200));
+    PictHelpDbH.Refresh();
+}
+
+void FrmFull::DessinerAideDbH(gdi::Surface& s, int largeur) {
+    // Two screens, one under the other, the seam in red across them, and a double arrow
+    // for scrolling beside them; the text stands to the right.
+    const int h = s.Height(), marge = std::max(2, h / 12);
+    const int l = std::min(largeur, s.Width()) - 4 * marge;
+    if (l < 8 || h < 8 * marge) return;
+    const int hautEcran = (h - 2 * marge) / 2;
+    const gdi::Pixel cadre = gdi::Rgb(64, 64, 64), fond = gdi::Rgb(200, 215, 235);
+    for (int k = 0; k < 2; ++k) {
+        const int y = marge + k * hautEcran;
+        s.FillRect(marge, y, l, hautEcran, cadre);
+        s.FillRect(marge + 2, y + 2, l - 4, hautEcran - 4, fond);
+    }
+    s.FillRect(marge, marge + hautEcran - 2, l, 4, gdi::FromColorRef(kRouge));
+    const int x = marge + l + marge + marge / 2, haut = marge, bas = h - marge;
+    s.FillRect(x, haut, 2, bas - haut, cadre);
+    for (int d = 0; d < marge; ++d) {
+        s.FillRect(x - d, haut + d, 2 + 2 * d, 1, cadre);
+        s.FillRect(x - d, bas - 1 - d, 2 + 2 * d, 1, cadre);
+    }
 }
 
 void FrmFull::DessinerCoche(gdi::Surface& s) {
@@ -290,8 +320,9 @@ void FrmFull::InitFull(int16_t Mode) {
         } else {
             Picture1.ClearPicture();
             dc->CopyTo(Picture1.Image(), 0, 0, largPx, hautPx, 0, 0);
+            // The same grab, copied rather than taken again.
             PictHaut.Move(0, 0, Picture1.Width(), hautEcran);
-            dc->CopyTo(PictHaut.Image(), 0, 0, largPx, hautPx, 0, 0);
+            gdi::BitBlt(PictHaut.Image(), 0, 0, largPx, hautPx, Picture1.Image(), 0, 0);
             // The clean copy, taken before the tint.
             PictPourSel.Move(0, 0, Picture1.Width(), hautEcran);
             PictPourSel.SetPicture(Picture1.Image());
@@ -304,16 +335,17 @@ void FrmFull::InitFull(int16_t Mode) {
         // The tint is baked into the pictures once: moving the rectangle then costs only
         // the clear spot's blit.
         const gdi::Surface& masque = PictMask.Image();
-        auto teinter = [&masque](gdi::Surface& s, int y) {
-            gdi::AlphaBlend(s, 0, y, s.Width(), s.Height(), masque, 0, 0, masque.Width(),
-                            masque.Height(), kAlphaTeinte);
+        auto teinter = [&masque](gdi::Surface& s, int y, int h) {
+            gdi::AlphaBlend(s, 0, y, s.Width(), h, masque, 0, 0, masque.Width(), masque.Height(),
+                            kAlphaTeinte);
         };
+        // Only the rows of the grab: the rest of the picture is black, which the tint keeps.
         if (Mode == kCmdZoneDouble) {
-            teinter(Picture1.Image(), ecran.PxY(app.HautEcranTw));
-            teinter(PictBas.Image(), 0);
-            teinter(PictHaut.Image(), 0);
+            teinter(Picture1.Image(), ecran.PxY(app.HautEcranTw), hautPx);
+            teinter(PictBas.Image(), 0, hautPx);
+            teinter(PictHaut.Image(), 0, hautPx);
         } else {
-            teinter(Picture1.Image(), 0);
+            teinter(Picture1.Image(), 0, hautPx);
         }
         PictPourSel.SetTop(0);
         PictPourSel.SetHeight(Picture1.Height());

@@ -47,6 +47,7 @@ public:
     ui::Label LabGuide{this, L"LabGuide"};
     ui::PictureBox PictValid{this, L"PictValid"};
     ui::PictureBox PictHelpDbH{this, L"PictHelpDbH"};
+    ui::Label LabAideDbH{this, L"LabAideDbH"}; // the text inside PictHelpDbH
     ui::PictureBox pictcoccin{this, L"pictcoccin"};
 
     // ---- timers
@@ -130,6 +131,7 @@ private:
     void FinSession();
     // The check mark beside the guide.
     static void DessinerCoche(gdi::Surface& s);
+    static void DessinerAideDbH(gdi::Surface& s, int largeur);
     // Stamps the cursor taken at the opening key press on Picture1 and PictPourSel.
     void TamponCurseur();
 

@@ -244,6 +244,44 @@ TEST_F(OverlayTest, BackToTheLastFrozenScreenAfterItChanged) {
     EXPECT_EQ(Capture(2), avant);
 }
 
+// Command 19 grabs the screen again into the lower half, under the first grab, dimmed and
+// clean alike, and shows the seam in the middle; a rectangle across it takes both grabs.
+TEST_F(OverlayTest, DoubleHeightGrabsTheSecondScreenIntoTheLowerHalf) {
+    Start();
+    Ouvrir(1);
+    be.KeyDown(F(), 27, 0);
+    const gdi::Surface premier = be.desktop.screen;
+    be.desktop.screen = Motif(200, 150, 90);
+    ClickButton(mv::kCmdZoneDouble);
+    be.RunFor(300);
+    ASSERT_TRUE(F().Visible());
+    const gdi::Surface& vue = F().Picture1.Image();
+    const gdi::Surface& propre = F().PictPourSel.Image();
+    ASSERT_EQ(vue.Height(), 300);
+    ASSERT_EQ(propre.Height(), 300);
+    for (auto [x, y] : {std::pair{0, 0}, {199, 149}, {57, 33}}) {
+        EXPECT_EQ(vue.At(x, y), Teinte(premier.At(x, y))) << x << "," << y;
+        EXPECT_EQ(vue.At(x, 150 + y), Teinte(be.desktop.screen.At(x, y))) << x << "," << y;
+        EXPECT_EQ(propre.At(x, y), premier.At(x, y)) << x << "," << y;
+        EXPECT_EQ(propre.At(x, 150 + y), be.desktop.screen.At(x, y)) << x << "," << y;
+    }
+    EXPECT_EQ(F().Picture1.Top(), -Tw(75));
+    // The help on the seam, until the mouse passes over it.
+    EXPECT_TRUE(F().PictHelpDbH.Visible());
+    EXPECT_EQ(F().LabAideDbH.Caption(), Entry(273));
+    be.MouseMove(F().LabAideDbH, 10, 10);
+    EXPECT_FALSE(F().PictHelpDbH.Visible());
+
+    F().rectsel.Move(Tw(20), Tw(130), Tw(40), Tw(30));
+    be.MouseDown(F().Picture1, Tw(150), Tw(100), ui::kRightButton);
+    ASSERT_EQ(app->NbVignettes, 1);
+    const gdi::Surface zone = Capture(1);
+    ASSERT_EQ(zone.Height(), 30);
+    EXPECT_EQ(zone.At(0, 0), premier.At(21, 131));
+    EXPECT_EQ(zone.At(0, 18), premier.At(21, 149));
+    EXPECT_EQ(zone.At(0, 19), be.desktop.screen.At(21, 0));
+}
+
 TEST_F(OverlayTest, ACommandInsideTheWaitOfAnotherDoesNotNest) {
     Start();
     app->params.PreAffZone = 1;
