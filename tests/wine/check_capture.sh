@@ -156,6 +156,31 @@ check_same_zone_again() {
     wh_assert_same zone4 "$WH_ART/zone4.bmp" "$WH_ART/want2.png"
 }
 
+# Control+Y after a session grabs the screen again under the first grab and opens on the
+# seam: the view's upper half is the lower half of the first grab, its lower half the upper
+# half of the second, both dimmed.
+check_double_height() {
+    mv_open_overlay || return 1
+    wh_key "$OVERLAY" Escape || return 1
+    wh_wait_window_gone "$OVERLAY" 10 || return 1
+    sleep 1
+    wh_mouse_move 1240 300
+    wh_key_hold "$MAIN" ctrl+y 0.4 || return 1
+    wh_wait_for "the overlay" 15 mv_overlay_wid || return 1
+    sleep 1
+    wh_mouse_move 1270 1010
+    sleep 0.5
+    wh_screenshot double.png
+    convert "$WH_ART/dimmed.png" -roll +0-512 "$WH_ART/dimmed-seam.png"
+    local band
+    for band in 250x300+100+150 250x300+100+600; do
+        wh_diff_count "$WH_ART/double.png" "$WH_ART/dimmed-seam.png" --region $band --fuzz 1% || return 1
+        ((WH_DIFF == 0)) || { wh_reason "$WH_DIFF pixels of $band are not the seam's"; return 1; }
+    done
+    wh_key "$OVERLAY" Escape || return 1
+    wh_wait_window_gone "$OVERLAY" 10
+}
+
 # Multi-selection (button 8): each right click captures, the list stands over the
 # overlay for a moment, then the frozen screen is back for the next rectangle, moved by a
 # drag from inside it; Escape ends the session. The rectangle keeps the size the handle
@@ -168,10 +193,12 @@ check_multi_selection() {
     list=$(xdotool search --name '^Collection$' | head -1)
     for k in 0 1 2; do
         if ((k > 0)); then
-            # A first move inside the clear spot hands the mouse to the picture beneath.
-            wh_mouse_move $((x + 200)) $((y + 100))
+            # A first move inside the clear spot hands the mouse to the picture beneath. The
+            # drag goes in small steps, from the middle: the rectangle follows only a mouse
+            # that stays 500 twips inside it.
+            wh_mouse_move $((x + 200)) $((y + 160))
             sleep 0.3
-            wh_drag root $((x + 200)) $((y + 100)) $((x + 200 + dx[k])) $((y + 100 + dy[k])) || return 1
+            wh_drag root $((x + 200)) $((y + 160)) $((x + 200 + dx[k])) $((y + 160 + dy[k])) 1 10 || return 1
             x=$((x + dx[k])) y=$((y + dy[k]))
             sleep 0.5
             wh_screenshot multi-moved$k.png
@@ -219,6 +246,7 @@ wh_check "a right click captures the rectangle's pixels, one pixel in" check_rig
 wh_check "a handle dragged with the mouse resizes the rectangle" check_handle_drag_resizes
 wh_check "command 11 reopens the frozen screen after the screen changed" check_back_to_the_frozen_screen
 wh_check "Control+M takes the same zone from the live screen" check_same_zone_again
+wh_check "Control+Y grabs the screen again under the first and opens on the seam" check_double_height
 wh_check "three rectangles in multi-selection give three captures" check_multi_selection
 wh_check "in free mode a drawn rectangle is captured on release" check_free_drawing
 

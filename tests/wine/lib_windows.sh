@@ -161,17 +161,18 @@ wh_click() {
     wh_reason "click at $2,$3 of $1 failed"
 }
 
-# wh_drag WID X1 Y1 X2 Y2 [BUTTON=1]: presses at X1,Y1 relative to WID ("root": screen),
-# moves in steps to X2,Y2 and releases there.
+# wh_drag WID X1 Y1 X2 Y2 [BUTTON=1] [STEPS=4]: presses at X1,Y1 relative to WID ("root":
+# screen), moves in STEPS steps to X2,Y2 and releases there.
 wh_drag() {
   _wh_origin "$1" || return 1
-  local x1=$((_WH_OX + $2)) y1=$((_WH_OY + $3)) x2=$((_WH_OX + $4)) y2=$((_WH_OY + $5)) b=${6:-1} i
+  local x1=$((_WH_OX + $2)) y1=$((_WH_OY + $3)) x2=$((_WH_OX + $4)) y2=$((_WH_OY + $5)) b=${6:-1}
+  local n=${7:-4} i
   _wh_xdo mousemove "$x1" "$y1" mousedown "$b" || {
     wh_reason "drag start failed"
     return 1
   }
-  for i in 1 2 3 4; do
-    _wh_xdo mousemove "$((x1 + (x2 - x1) * i / 4))" "$((y1 + (y2 - y1) * i / 4))" || true
+  for ((i = 1; i <= n; i++)); do
+    _wh_xdo mousemove "$((x1 + (x2 - x1) * i / n))" "$((y1 + (y2 - y1) * i / n))" || true
     sleep 0.05
   done
   _wh_xdo mouseup "$b" || wh_reason "drag end failed"
