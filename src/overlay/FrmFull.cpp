@@ -278,7 +278,9 @@ void FrmFull::InitFull(int16_t Mode) {
     SetTop(5000);
     TimMvtDeb.SetEnabled(true);
 
-    Picture1.SetHeight(hautEcran);
+    // One screen high, except for a new grab of command 0 (see below).
+    const bool nouvelle = !app.RetourZone && Mode != kCmdZoneDouble;
+    Picture1.SetHeight(nouvelle ? 2 * hautEcran : hautEcran);
     Picture1.SetWidth(ecran.monitors == 1 ? ecran.WidthTwips() : 2 * ecran.WidthTwips());
     // The list is a normal window while a session is open.
     app.list->SetTransparentKey(-1);
@@ -318,16 +320,18 @@ void FrmFull::InitFull(int16_t Mode) {
             TimLabDbhV.SetEnabled(true);
             app.HautEcranTw = hautEcran;
         } else {
+            // Two screens high at once, the grab in the upper half and black beneath: the
+            // pictures keep their size from one session to the next, so nothing is
+            // reallocated.
             Picture1.ClearPicture();
             dc->CopyTo(Picture1.Image(), 0, 0, largPx, hautPx, 0, 0);
             // The same grab, copied rather than taken again.
             PictHaut.Move(0, 0, Picture1.Width(), hautEcran);
             gdi::BitBlt(PictHaut.Image(), 0, 0, largPx, hautPx, Picture1.Image(), 0, 0);
             // The clean copy, taken before the tint.
-            PictPourSel.Move(0, 0, Picture1.Width(), hautEcran);
-            PictPourSel.SetPicture(Picture1.Image());
-            app.HautEcranTw = Picture1.Height();
-            Picture1.SetHeight(2 * Picture1.Height());
+            PictPourSel.Move(0, 0, Picture1.Width(), Picture1.Height());
+            PictPourSel.SetPicture(PictHaut.Image());
+            app.HautEcranTw = hautEcran;
         }
         PictPourSel.SetHeight(Picture1.Height());
         app.DoEvents();
