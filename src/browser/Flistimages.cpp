@@ -1,5 +1,6 @@
 #include "browser/Flistimages.h"
 
+#include "core/CursTransp.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
 
@@ -77,7 +78,7 @@ void Flistimages::Form_Load() {
     Labflech.SetLeft(Frame1.Left() + Frame1.Width() + 30);
     // The background colour is the layered window's colour key: it vanishes and lets the
     // mouse through, so the thumbnails seem to float on the desktop.
-    SetTransparentKey(kFondTransparent);
+    FenCleCouleur(*this, kFondTransparent, 0);
     SetTop(0);
     SetLeft(0);
     Gimage1[0].SetTop(Image1[0].Top());

@@ -1,5 +1,6 @@
 #include "language/FrmChoixLng.h"
 
+#include "core/CursTransp.h"
 #include "core/small_forms.h"
 #include "language/charge.h"
 #include "platform/gdi/bmp.h"
@@ -59,7 +60,7 @@ bool FrmChoixLng::LangueChoisie() {
 
 void FrmChoixLng::Form_Load() {
     // The see-through background leaves only the two flags and their names on screen.
-    SetTransparentKey(kFondTransparent);
+    FenCleCouleur(*this, kFondTransparent, 0);
     app.DossierParams = app.be.GetShell().ShellFolder(L"AppData") + L"\\Mirovanta";
     if (LangueChoisie()) {
         ChargtConstEouF();

@@ -3,6 +3,7 @@
 
 #include "browser/Flistimages.h"
 #include "capture/capture.h"
+#include "core/CursTransp.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
 #include "runtime/errors.h"
@@ -283,7 +284,7 @@ void FrmFull::InitFull(int16_t Mode) {
     Picture1.SetHeight(nouvelle ? 2 * hautEcran : hautEcran);
     Picture1.SetWidth(ecran.monitors == 1 ? ecran.WidthTwips() : 2 * ecran.WidthTwips());
     // The list is a normal window while a session is open.
-    app.list->SetTransparentKey(-1);
+    FenTransp(*app.list, false);
 
     if (app.RetourZone) {
         // The frozen screen of the last session, dimmed already; its clean copy is still in
@@ -435,7 +436,7 @@ void FrmFull::Annuler() {
         L.SetTop(0);
     }
     L.Show();
-    L.SetTransparentKey(kJaunePale);
+    FenTransp(L, true, kJaunePale);
     const auto ecran = app.Screen();
     app.ZoneHauteur += 4 * ecran.tppY;
     app.ZoneLargeur += 4 * ecran.tppX;
@@ -564,7 +565,7 @@ void FrmFull::ValidSel(ui::Shape& Rect) {
         }
         M.Picture2S.SetPicture(M.Picture2.Picture());
     }
-    L.SetTransparentKey(kJaunePale);
+    FenTransp(L, true, kJaunePale);
     M.TimZoom.SetEnabled(true);
 }
 
