@@ -116,6 +116,15 @@ TEST_F(OverlayTest, ARightClickTakesThePlacedRectangleOnePixelIn) {
     be.MouseDown(F().Picture1, Tw(5), Tw(5), ui::kRightButton);
     ASSERT_EQ(app->NbVignettes, 2);
     EXPECT_EQ(Capture(2).Width(), 20);
+    // A rectangle without width ends the session with no capture and no error.
+    Ouvrir(1);
+    F().rectsel.Move(Tw(20), Tw(10), 0, Tw(30));
+    be.MouseDown(F().Picture1, Tw(5), Tw(5), ui::kRightButton);
+    be.RunFor(2000);
+    EXPECT_FALSE(F().EnSession());
+    EXPECT_EQ(app->NbVignettes, 2);
+    EXPECT_TRUE(be.boxes.empty());
+    EXPECT_FALSE(be.ended);
 }
 
 TEST_F(OverlayTest, AFreehandDrawingIsCapturedOnRelease) {
