@@ -291,6 +291,23 @@ TEST_F(OverlayTest, DoubleHeightGrabsTheSecondScreenIntoTheLowerHalf) {
     EXPECT_EQ(zone.At(0, 19), be.desktop.screen.At(21, 0));
 }
 
+// Two monitors: the frozen picture is two primary screens wide, and a zone on the second
+// screen comes from its own pixels.
+TEST_F(OverlayTest, TwoMonitorsFreezeTwoScreensSideBySide) {
+    be.screen.monitors = 2;
+    be.desktop.screen = Motif(400, 150, 0);
+    Start();
+    Ouvrir(1);
+    EXPECT_EQ(F().Width(), Tw(400));
+    ASSERT_EQ(F().Picture1.Image().Width(), 400);
+    EXPECT_EQ(F().Picture1.Image().At(300, 40), Teinte(be.desktop.screen.At(300, 40)));
+    EXPECT_EQ(F().PictPourSel.Image().At(300, 40), be.desktop.screen.At(300, 40));
+    F().rectsel.Move(Tw(250), Tw(10), Tw(40), Tw(30));
+    be.MouseDown(F().Picture1, Tw(150), Tw(140), ui::kRightButton);
+    ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_EQ(Capture(1), ScreenPart({251, 11, 291, 41}));
+}
+
 TEST_F(OverlayTest, ACommandInsideTheWaitOfAnotherDoesNotNest) {
     Start();
     app->params.PreAffZone = 1;
