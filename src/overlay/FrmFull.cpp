@@ -135,18 +135,7 @@ void FrmFull::WireEvents() {
     OnLoad = [this] { Form_Load(); };
     OnActivate = [this] { Form_Activate(); };
     OnQueryUnload = [this](int&, int) { Timreinit.SetEnabled(false); };
-    OnKeyDown = [this](int16_t& key, int16_t) {
-        // Escape and Enter; the rest of the keyboard is the next step of the overlay.
-        if (!enSession_) return;
-        if (key == 27) {
-            Annuler();
-        } else if (key == 13) {
-            rectlibre.Move(rectsel.Left(), rectsel.Top(), rectsel.Width(), rectsel.Height());
-            RognBas = 0;
-            RognHaut = 0;
-            ValidSel(rectsel);
-        }
-    };
+    OnKeyDown = [this](int16_t& key, int16_t shift) { Picture1_KeyDown(key, shift); };
     Picture1.OnMouseDown = [this](const ui::MouseEvent& e) {
         Picture1_MouseDown(e.button, e.shift, e.x, e.y);
     };
@@ -270,6 +259,11 @@ void FrmFull::DessinerCoche(gdi::Surface& s) {
 void FrmFull::InitFull(int16_t Mode) {
     if (!IsLoaded()) Load();
     enSession_ = true;
+    // Each session starts untrimmed, its scroll limits set below for a double height only.
+    sessionDouble_ = false;
+    RognBas = 0;
+    RognHaut = 0;
+    LimBas = PosBas = LimHaut = PosHaut = 0;
     const auto ecran = app.Screen();
     const float tppx = ecran.tppX, tppy = ecran.tppY;
     const float hautEcran = ecran.HeightTwips();
@@ -302,6 +296,7 @@ void FrmFull::InitFull(int16_t Mode) {
             dc->CopyTo(Picture1.Image(), 0, ecran.PxY(app.HautEcranTw), largPx, hautPx, 0, 0);
             PictBas.Move(0, 0, Picture1.Width(), hautEcran);
             dc->CopyTo(PictBas.Image(), 0, 0, largPx, hautPx, 0, 0);
+            sessionDouble_ = true;
             DemiHautPx = rt::CLng(hautPx * 0.5);
             LimBas = hautEcran;
             LimHaut = hautEcran;

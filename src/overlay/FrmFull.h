@@ -89,6 +89,9 @@ public:
     void Picture1_MouseUp(int Button, int Shift, float X, float Y);
     void FinClignEtRouge();
 
+    // ---- keys
+    void Picture1_KeyDown(int16_t KeyCode, int16_t Shift);
+
     // State shared with the keys of the overlay.
     bool TraceLibre = false;
     float AncreX = 0, AncreY = 0;
@@ -129,6 +132,13 @@ private:
     void MontrerPoignees(bool v);
     // The end of a session: its timers stop, the overlay hides for good.
     void FinSession();
+    // The eight handles around a rectangle, and their hit zones.
+    void PlacerPoignees(const ui::Shape& Rect);
+    // The key rows of Picture1_KeyDown: false when the row ends without the tail.
+    bool ToucheFleche(int16_t KeyCode, int16_t Shift);
+    bool ToucheDefilement(int16_t KeyCode);
+    void ToucheRognage(int16_t KeyCode, bool modifiee);
+    void QueueClavier();
     // The check mark beside the guide.
     static void DessinerCoche(gdi::Surface& s);
     static void DessinerAideDbH(gdi::Surface& s, int largeur);
@@ -137,6 +147,7 @@ private:
 
     bool enSession_ = false;
     bool enValidation_ = false;
+    bool sessionDouble_ = false; // the session of command 19: the seam can be trimmed
 };
 
 } // namespace mv

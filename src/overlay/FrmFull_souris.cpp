@@ -13,7 +13,15 @@ namespace mv {
 // ---- rectangle tracking ----------------------------------------------------------------
 
 void FrmFull::PlacDesCoins(ui::Shape& Rect) {
-    if (app.params.PreAffZone != 0 && coinrect.Count() == 8) {
+    if (app.params.PreAffZone != 0) PlacerPoignees(Rect);
+    LabPrecis.SetLeft(Rect.Left() + 30);
+    LabPrecis.SetTop(Rect.Top() - 600);
+    SelClaire(rectsel);
+    PlaceGuide();
+}
+
+void FrmFull::PlacerPoignees(const ui::Shape& Rect) {
+    if (coinrect.Count() == 8) {
         const float l = Rect.Left(), t = Rect.Top(), w = Rect.Width(), h = Rect.Height();
         const float cw = coinrect[0].Width(), ch = coinrect[0].Height();
         auto& c = coinrect;
@@ -40,10 +48,6 @@ void FrmFull::PlacDesCoins(ui::Shape& Rect) {
             CoinB[size_t(i)] = c[i].Top() + 500;
         }
     }
-    LabPrecis.SetLeft(Rect.Left() + 30);
-    LabPrecis.SetTop(Rect.Top() - 600);
-    SelClaire(rectsel);
-    PlaceGuide();
 }
 
 void FrmFull::SelClaire(ui::Shape& Rect) {
