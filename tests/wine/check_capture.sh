@@ -226,13 +226,18 @@ quit_discarding() {
     wh_wait_exit "$WH_PID_PROGRAM" 20
 }
 
+# placed_mode 0|1: column 120 of the settings line, free (0) or placed (1) rectangle.
+placed_mode() {
+    local line
+    line=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
+    { printf '%s\r\n' "${line:0:119}$1${line:120}"; sed -n 2p "$APPDATA/params.txt"; } > "$APPDATA/params.tmp"
+    mv "$APPDATA/params.tmp" "$APPDATA/params.txt"
+}
+
 # Free mode (column 120 of the settings line at 0): a drawing is captured on release.
 check_free_drawing() {
     quit_discarding || return 1
-    local line
-    line=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
-    { printf '%s\r\n' "${line:0:119}0${line:120}"; sed -n 2p "$APPDATA/params.txt"; } > "$APPDATA/params.tmp"
-    mv "$APPDATA/params.tmp" "$APPDATA/params.txt"
+    placed_mode 0
     mv_start "$BIN" || return 1
     mv_open_overlay || return 1
     wh_screenshot free-mode.png
@@ -261,6 +266,37 @@ wh_check "Control+M takes the same zone from the live screen" check_same_zone_ag
 wh_check "Control+Y grabs the screen again under the first and opens on the seam" check_double_height
 wh_check "three rectangles in multi-selection give three captures" check_multi_selection
 wh_check "in free mode a drawn rectangle is captured on release" check_free_drawing
+
+# The keys on the rectangle: Right five times (+5 wide), Alt+Down (+20 high),
+# Shift+Left (one left), Control+Up (20 up), then Enter; Escape captures nothing.
+check_keys() {
+    placed_mode 1
+    mv_start "$BIN" || return 1
+    mv_open_overlay || return 1
+    local k
+    for k in Right Right Right Right Right alt+Down shift+Left ctrl+Up; do
+        wh_key "$OVERLAY" "$k" || return 1
+    done
+    sleep 0.5
+    wh_screenshot keys.png
+    wh_key "$OVERLAY" Return || return 1
+    mv_new_capture 1 keys || return 1
+    # The rectangle opens centred with the size of the last zone, which the settings kept.
+    local w h
+    read -r w h < <(identify -format '%w %h' "$WH_ART/keys.bmp")
+    mv_crop "$w" "$h" $(((1280 - w + 5) / 2)) $(((1024 - h + 20) / 2 - 19)) want-keys
+    wh_assert_same keys "$WH_ART/keys.bmp" "$WH_ART/want-keys.png" || return 1
+    wh_wait_window_gone "$OVERLAY" 10 || return 1
+    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    mv_open_overlay || return 1
+    wh_key "$OVERLAY" Escape || return 1
+    wh_wait_window_gone "$OVERLAY" 10 || return 1
+    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    sleep 1
+    (($(temp_files | wc -l) == 1)) || { wh_reason "Escape left a capture"; return 1; }
+    quit_discarding
+}
+wh_check "arrows with Alt, Shift and Control size and move the rectangle; Enter takes it" check_keys
 
 # 200 captures taken and deleted leave the window-system objects where they were.
 check_no_leak() {
