@@ -134,8 +134,9 @@ private:
     void FinSession();
     // The eight handles around a rectangle, and their hit zones.
     void PlacerPoignees(const ui::Shape& Rect);
-    // The key rows of Picture1_KeyDown: false when the row ends without the tail.
-    bool ToucheFleche(int16_t KeyCode, int16_t Shift);
+    // The key rows of Picture1_KeyDown. ToucheDefilement is false when the row ends
+    // without the tail.
+    void ToucheFleche(int16_t KeyCode, int16_t Shift);
     bool ToucheDefilement(int16_t KeyCode);
     void ToucheRognage(int16_t KeyCode, bool modifiee);
     void QueueClavier();

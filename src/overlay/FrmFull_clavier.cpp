@@ -75,8 +75,8 @@ void FrmFull::Picture1_KeyDown(int16_t KeyCode, int16_t Shift) {
     QueueClavier();
 }
 
-bool FrmFull::ToucheFleche(int16_t KeyCode, int16_t Shift) {
-    if (KeyCode < kGauche || KeyCode > kBas) return false;
+void FrmFull::ToucheFleche(int16_t KeyCode, int16_t Shift) {
+    if (KeyCode < kGauche || KeyCode > kBas) return;
     const auto ecran = app.Screen();
     const bool horizontal = KeyCode == kGauche || KeyCode == kDroite;
     const float sens = KeyCode == kDroite || KeyCode == kBas ? 1.f : -1.f;
@@ -89,19 +89,19 @@ bool FrmFull::ToucheFleche(int16_t KeyCode, int16_t Shift) {
         if (horizontal) {
             const float droite = c[4].Left() + pas;
             const float largeur = droite - c[0].Left() - c[0].Width();
-            if (largeur < 0) return false;
+            if (largeur < 0) return;
             c[4].SetLeft(droite);
             rectsel.SetWidth(largeur);
         } else {
             const float bas = c[6].Top() + pas;
             const float hauteur = bas - c[2].Top() - c[6].Height();
-            if (hauteur < 0) return false;
+            if (hauteur < 0) return;
             c[6].SetTop(bas);
             rectsel.SetHeight(hauteur);
         }
-        return true;
+        return;
     }
-    if (!(Shift & (kMaj | kCtrl))) return false;
+    if (!(Shift & (kMaj | kCtrl))) return;
     // Move: every handle, 1 pixel with Shift (which wins over Control), 20 with Control.
     const float pas = sens * ((Shift & kMaj) ? 1.f : 20.f) * tpp;
     for (int i = 0; i <= 7; ++i) {
@@ -114,7 +114,6 @@ bool FrmFull::ToucheFleche(int16_t KeyCode, int16_t Shift) {
         rectsel.SetLeft(c[0].Width() + c[0].Left());
     else
         rectsel.SetTop(c[2].Height() + c[2].Top());
-    return true;
 }
 
 bool FrmFull::ToucheDefilement(int16_t KeyCode) {
