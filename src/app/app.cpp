@@ -1,6 +1,7 @@
 #include "app/app.h"
 
 #include "browser/Flistimages.h"
+#include "capture/Fcam.h"
 #include "core/frmMain.h"
 #include "core/small_forms.h"
 #include "language/FrmChoixLng.h"
@@ -22,6 +23,7 @@ App::App(ui::Backend& backend) : be(backend) {
     choix = std::make_unique<FrmChoixLng>(*this);
     splash = std::make_unique<frmSplash>(*this);
     sortie = std::make_unique<FrmSortie>(*this);
+    cam = std::make_unique<Fcam>(*this);
     conversion = std::make_unique<Conversion>(*this);
 }
 

@@ -25,6 +25,7 @@ class frmTip;
 class frmAbout;
 class frmSplash;
 class FrmSortie;
+class Fcam;
 class FrmChoixLng;
 class Conversion;
 
@@ -78,6 +79,7 @@ public:
     std::unique_ptr<FrmChoixLng> choix;
     std::unique_ptr<frmSplash> splash;
     std::unique_ptr<FrmSortie> sortie;
+    std::unique_ptr<Fcam> cam;
     std::unique_ptr<Conversion> conversion;
 
     ui::Printer Printer{be.GetPrinter()};

@@ -20,7 +20,7 @@ void CopiePP(App& app, std::wstring& Type);
 // frmMain's timers: the cursor sampled every 50 ms, and the copy notice taken down.
 void TimCurs_Timer(App& app);
 void Timdeja_Timer(App& app);
-// The shutter window and sound after a capture. Empty until the shutter is built.
+// The shutter window and sound after a capture (Fcam).
 void RideauPhoto(App& app);
 
 } // namespace mv

@@ -1,5 +1,6 @@
 // frmMain: design, start-up, window size and shutdown.
 #include "browser/Flistimages.h"
+#include "capture/Fcam.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
 #include "core/small_forms.h"
@@ -215,6 +216,7 @@ void frmMain::Form_Load() {
         Labtaille.SetVisible(false);
         Labdeja.SetCaption(app.Lang(172));
         Labdeja2.SetCaption(app.Lang(172));
+        app.cam->Load();
         app.be.onEnd = [this] { Form_Terminate(); };
         app.be.GetTray().Add(Handle(), app.Lang(104));
         app.tip->ShowTip();
@@ -439,6 +441,7 @@ void frmMain::quitprog() {
     }
     pas([&] { app.list->Unload(); });
     pas([&] { Unload(); });
+    pas([&] { app.cam->Unload(); });
     pas([&] { app.full->Unload(); });
     app.be.End();
 }

@@ -153,6 +153,19 @@ public:
     virtual void AbortDocument() = 0;
 };
 
+// Wave audio on the platform's multimedia device (MCI "waveaudio" on Windows). A missing
+// file or device makes the calls fail quietly: only the sound is lost.
+class WaveAudio {
+public:
+    virtual ~WaveAudio() = default;
+    // Opens the file on the device, closing what was open; false when it cannot.
+    virtual bool Open(const std::wstring& path) = 0;
+    // Starts the open file from its beginning and returns at once; false when nothing plays.
+    virtual bool Play() = 0;
+    // Stops and closes the device; nothing when it is not open.
+    virtual void Close() = 0;
+};
+
 // Counts of the process's window-system objects (GetGuiResources), for leak checks.
 struct GuiResources {
     int gdiObjects = 0;

@@ -1,6 +1,7 @@
 // Whole-screen and window grabs: pixels, the cursor stamp, the wait, the clipboard copy and
 // the thumbnails made from a grab.
 #include "app_fixture.h"
+#include "capture/Fcam.h"
 #include "platform/gdi/bmp.h"
 
 namespace {
@@ -383,3 +384,49 @@ TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
 }
 
 } // namespace
+
+// The shutter after a grab: the camera window shows without taking the keyboard, the sound
+// plays unless Silence is set, and both go 300 ms later; a shutter during the last one
+// plays again and starts the 300 ms anew; no sound device is no error.
+TEST_F(GrabTest, ShutterShowsWithoutTheKeyboardPlaysUnlessSilentAndGoesAfter300ms) {
+    Start();
+    mv::Fcam& cam = *app->cam;
+    ASSERT_TRUE(cam.IsLoaded());
+    EXPECT_FALSE(cam.Visible());
+    auto shutter = [&] {
+        be.Click(main->bouton[mv::kCmdEcran]);
+        return be.RunUntil([&] { return cam.IsLoaded() && cam.Visible(); }, 1000);
+    };
+
+    ASSERT_TRUE(shutter());
+    ASSERT_EQ(be.audio.played.size(), 1u);
+    EXPECT_EQ(be.audio.played[0], be.shell.programFolder + L"\\camera.wav");
+    EXPECT_NE(be.ActiveForm(), &cam);
+    EXPECT_EQ(cam.Imagecam.Picture().Width(), app->Screen().PxX(cam.Width()));
+    be.RunFor(250);
+    EXPECT_TRUE(cam.Visible());
+    be.RunFor(100);
+    EXPECT_FALSE(cam.IsLoaded());
+    EXPECT_FALSE(be.audio.open);
+
+    app->params.Silence = 1;
+    ASSERT_TRUE(shutter());
+    EXPECT_EQ(be.audio.played.size(), 1u);
+    be.RunFor(400);
+    EXPECT_FALSE(cam.IsLoaded());
+
+    app->params.Silence = 0;
+    ui::Dispatch(be, [&] { mv::RideauPhoto(*app); });
+    be.RunFor(200);
+    ui::Dispatch(be, [&] { mv::RideauPhoto(*app); });
+    EXPECT_EQ(be.audio.played.size(), 3u);
+    be.RunFor(250);
+    EXPECT_TRUE(cam.Visible());
+    be.RunFor(100);
+    EXPECT_FALSE(cam.IsLoaded());
+
+    be.audio.deviceMissing = true;
+    ASSERT_TRUE(shutter());
+    EXPECT_EQ(be.audio.played.size(), 3u);
+    EXPECT_TRUE(be.boxes.empty());
+}

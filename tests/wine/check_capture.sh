@@ -227,12 +227,7 @@ quit_discarding() {
 }
 
 # placed_mode 0|1: column 120 of the settings line, free (0) or placed (1) rectangle.
-placed_mode() {
-    local line
-    line=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
-    { printf '%s\r\n' "${line:0:119}$1${line:120}"; sed -n 2p "$APPDATA/params.txt"; } > "$APPDATA/params.tmp"
-    mv "$APPDATA/params.tmp" "$APPDATA/params.txt"
-}
+placed_mode() { mv_set_column 120 "$1"; }
 
 # Free mode (column 120 of the settings line at 0): a drawing is captured on release.
 check_free_drawing() {

@@ -23,6 +23,7 @@ count_temp_files() { [ "$(temp_files | wc -l)" -ge "$1" ]; }
 launch() {
     wh_launch "$BIN/mirovanta.exe"
     PROGRAM=$WH_PID
+    WH_PID_PROGRAM=$WH_PID
 }
 wait_main() {
     wh_find_window "^Mirovanta - $(entry "$1" 210)\$" 20 || return 1
@@ -91,8 +92,14 @@ check_hotkey_whole_screen() {
     wh_window_geometry "$MAIN" || return 1
     local main_box="$((WH_W + 8))x$((WH_H + 27))+$((WH_X - 4))+$((WH_Y - 23))"
     wh_screenshot before-hotkey.png
+    local played
+    played=$(mv_sound_bytes)
     wh_key_hold "$NOTEPAD" ctrl+e 0.3 || return 1
+    # The shutter: the camera window and the whole sound.
+    mv_catch_shutter shutter || return 1
     wh_wait_for "a temporary BMP" 20 count_temp_files 1 || return 1
+    (($(mv_sound_bytes) - played >= $(mv_shutter_sound_bytes))) ||
+        { wh_reason "the device played $(($(mv_sound_bytes) - played)) bytes"; return 1; }
     sleep 1
     CAPTURE_E=$(temp_files | tail -1)
     cp "$CAPTURE_E" "$WH_ART/hotkey-e.bmp"
@@ -222,6 +229,24 @@ check_short_settings_line() {
     if question_in_middle; then wh_reason "a box came up after the capture"; return 1; fi
 }
 
+# With Silence (column 121) set, the shutter window shows and nothing plays.
+check_silent_shutter() {
+    wh_key "$MAIN" ctrl+q || return 1
+    wh_find_window "^$(entry ConstPRJA 116)\$" 10 || return 1
+    wh_key "$WH_WID" n || return 1
+    wh_wait_exit "$PROGRAM" 15 || return 1
+    printf '%s\r\nC:\\users\r\n' "$FIRST_LINE" > "$APPDATA/params.txt"
+    mv_set_column 121 1
+    launch
+    wait_main ConstPRJA || return 1
+    local played
+    played=$(mv_sound_bytes)
+    wh_key_hold "$MAIN" ctrl+e 0.3 || return 1
+    mv_catch_shutter silent-shutter || return 1
+    sleep 1
+    (($(mv_sound_bytes) == played)) || { wh_reason "a sound played"; return 1; }
+}
+
 wh_check "the first start shows the language chooser" check_chooser
 wh_check "the French flag writes spoken.txt and the main window comes up in French" check_french
 wh_check "params.txt holds the first-run line" check_first_run_settings
@@ -235,4 +260,5 @@ wh_check "answering No ends the program and removes the temporary files" check_e
 wh_check "No to the repair question ends the program and leaves params.txt as it was" check_repair_no
 wh_check "Yes to the repair question writes the repair file and ends the program" check_repair_yes
 wh_check "a short settings line starts without a box and Control+E captures" check_short_settings_line
+wh_check "with Silence set the shutter shows and plays nothing" check_silent_shutter
 wh_finish

@@ -30,7 +30,7 @@
 #   progress window. Mono/Gecko and menu entries are switched off while booting.
 # - wineboot links the profile folders (Documents, Desktop, ...) to $HOME. The cache
 #   turns those links into real folders and Wine runs with a private HOME, so nothing a
-#   run writes lands in the real home. The private HOME has an ALSA null device.
+#   run writes lands in the real home. The private HOME has an ALSA device that plays into nothing and records the samples.
 # - Keys: Wine sends every key, whichever X window it was addressed to, to the Win32
 #   foreground window. With no window manager and Wine's default UseTakeFocus=Y, an X
 #   focus change does not activate a window (Wine waits for WM_TAKE_FOCUS), so once
@@ -390,7 +390,11 @@ wh_start_wine() {
   exec {fd}>&-
   WH_HOME="$WH_TMP/home"
   mkdir -p "$WH_HOME"
-  printf 'pcm.!default { type null }\nctl.!default { type null }\n' >"$WH_HOME/.asoundrc"
+  # The default sound device plays into nothing and records what it played in WH_SOUND.
+  WH_SOUND="$WH_HOME/played.raw"
+  : >"$WH_SOUND"
+  printf 'pcm.!default { type file slave.pcm "null" file "%s" format "raw" }\nctl.!default { type null }\n' \
+    "$WH_SOUND" >"$WH_HOME/.asoundrc"
   export WINEPREFIX=$WH_PREFIX WINEDEBUG=-all
   export WINEDLLOVERRIDES="winemenubuilder.exe=d${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
   HOME=$WH_HOME wineserver -p >>"$WH_ART/wine.log" 2>&1 || wh_die "wineserver -p failed"

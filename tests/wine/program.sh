@@ -83,3 +83,41 @@ mv_new_capture() {
 
 # mv_crop W H X Y NAME: that part of the known picture, as artifacts/NAME.png.
 mv_crop() { convert "$WH_PICTURE" -crop "$1x$2+$3+$4" +repage "$WH_ART/$5.png"; }
+
+# mv_set_column COL CHAR: puts CHAR at column COL (from 1) of the settings line.
+mv_set_column() {
+    local line
+    line=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
+    { printf '%s\r\n' "${line:0:$(($1 - 1))}$2${line:$1}"; sed -n 2p "$APPDATA/params.txt"; } > "$APPDATA/params.tmp"
+    mv "$APPDATA/params.tmp" "$APPDATA/params.txt"
+}
+
+# mv_catch_shutter NAME: waits up to 10 s for the shutter window (the program's window of
+# the size of fcam.bmp), screenshots it as NAME.png and checks that it shows fcam.bmp.
+_mv_shutter_up() {
+    local w
+    for w in $(xdotool search --onlyvisible --pid "$WH_PID_PROGRAM" 2>/dev/null); do
+        wh_window_geometry "$w" || continue
+        if ((WH_W == _MV_CAM_W && WH_H == _MV_CAM_H)); then
+            wh_screenshot "$1" "${WH_W}x$WH_H+$WH_X+$WH_Y"
+            return 0
+        fi
+    done
+    return 1
+}
+mv_catch_shutter() {
+    read -r _MV_CAM_W _MV_CAM_H < <(identify -format '%w %h' "$BIN/fcam.bmp")
+    local t
+    for t in $(seq 1 250); do
+        _mv_shutter_up "$1.png" && { wh_assert_same "$1" "$WH_SHOT" "$BIN/fcam.bmp"; return; }
+        sleep 0.02
+    done
+    wh_reason "no shutter window came up"
+    return 1
+}
+
+# mv_sound_bytes: how many bytes the sound device has played since the run began.
+mv_sound_bytes() { stat -c %s "$WH_SOUND"; }
+# The sample bytes of the shutter sound: its WAV file less the 44-byte header.
+mv_shutter_sound_bytes() { echo $(($(stat -c %s "$BIN/camera.wav") - 44)); }
+

@@ -69,4 +69,9 @@ void DrawFilm(Canvas& c);
 void DrawAbout(Canvas& c);
 void DrawTallZone(Canvas& c);
 
+// The shutter window's picture: a camera firing its flash, kShutterWidth x kShutterHeight.
+constexpr int kShutterWidth = 112;
+constexpr int kShutterHeight = 84;
+gdi::Surface ShutterPicture();
+
 } // namespace mk

@@ -2,6 +2,7 @@
 #include "icons.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace mk {
 
@@ -118,6 +119,52 @@ void DrawTallZone(Canvas& c) {
         Union(Arrow({24.5, 16}, {24.5, 4.5}, 2, 4, 6), Arrow({24.5, 16}, {24.5, 27.5}, 2, 4, 6));
     c.Fill(arrows, Solid(kBlue));
     DrawCamera(c, 1, 9, 18.5, 15);
+}
+
+gdi::Surface ShutterPicture() {
+    const double w = kShutterWidth, h = kShutterHeight;
+    Canvas c(kShutterWidth, kShutterHeight, 6);
+    c.Fill(Rect(0, 0, w, h),
+           Vertical(gdi::Rgb(0x3a, 0x44, 0x52), 0, gdi::Rgb(0x1f, 0x25, 0x2e), h));
+    c.Stroke(Rect(0, 0, w, h), gdi::Rgb(0x6f, 0x7c, 0x8c));
+
+    // The camera, big: a top plate with the viewfinder hump, a leather band, the lens.
+    const double x0 = 16, x1 = 96, y0 = 30, y1 = 76;
+    c.FillOutlined(RoundRect(40, 20, 70, y0 + 4, 4), Vertical(Lighter(kMetal, 0.3), 20, kMetal, y0),
+                   kInk, 1.5);
+    c.FillOutlined(RoundRect(76, 23, 88, y0 + 2, 2), Vertical(kRed, 23, kRedDark, y0), kInk, 1.2);
+    Shape body = RoundRect(x0, y0, x1, y1, 7);
+    c.Fill(body, Vertical(Lighter(kMetal, 0.35), y0, kMetalDark, y1));
+    c.Fill(Intersect(body, Rect(x0, 43, x1, 68)), Vertical(kBodyLight, 43, kBody, 68));
+    c.Fill(Intersect(body, Rect(x0, 43, x1, 44)), Solid(kInk), 0.5);
+    c.Fill(Intersect(body, Rect(x0, 67, x1, 68)), Solid(kInk), 0.5);
+    c.Stroke(body, kInk, 1.5);
+    const double cx = 56, cy = 54, r = 18;
+    c.FillSoft(Circle(cx, cy + 1.5, r), Solid(kInk), 0.5, 2.5);
+    c.FillOutlined(Circle(cx, cy, r), Vertical(Lighter(kMetal, 0.4), cy - r, kMetalDark, cy + r),
+                   kInk, 1.5);
+    c.Fill(Border(Circle(cx, cy, r - 4.5), 1.2), Solid(kInk), 0.6);
+    const double g = r - 6;
+    c.Fill(Circle(cx, cy, g),
+           Radial(kBlueLight, {cx - g * 0.3, cy - g * 0.35}, g * 1.3, kBlueDark));
+    c.Fill(Circle(cx, cy, g * 0.45), Solid(Darker(kBlueDark, 0.45)), 0.8);
+    c.Fill(Ellipse(cx - g * 0.38, cy - g * 0.4, g * 0.3, g * 0.22), Solid(kWhite), 0.9);
+    c.Fill(Circle(cx + g * 0.35, cy + g * 0.4, g * 0.1), Solid(kWhite), 0.6);
+
+    // The flash window, firing: a glow and rays over the top left of the body.
+    const double fx = 27, fy = 37;
+    c.FillOutlined(RoundRect(fx - 6, fy - 3.5, fx + 6, fy + 3.5, 1.5), Solid(Lighter(kYellow, 0.6)),
+                   kInk, 1.0);
+    c.FillSoft(Circle(fx, fy, 5), Solid(kWhite), 0.9, 16);
+    for (int k = 0; k < 8; ++k) {
+        const double a = (k * 45 + 22.5) * std::numbers::pi / 180;
+        const double r0 = 9, r1 = k % 2 == 0 ? 19 : 14;
+        c.Fill(Line({fx + r0 * std::cos(a), fy + r0 * std::sin(a)},
+                    {fx + r1 * std::cos(a), fy + r1 * std::sin(a)}, 1.6),
+               Solid(kWhite), 0.85);
+    }
+    c.Fill(Circle(fx, fy, 3.2), Solid(kWhite));
+    return c.Downsample();
 }
 
 } // namespace mk

@@ -1,5 +1,5 @@
 // mkassets OUTPUT_DIR: draws the toolbar bitmaps, the language chooser's flags and the shutter
-// sound installed beside the program. Exits non-zero with a message when a file cannot be written.
+// sound and picture installed beside the program. Exits non-zero with a message when a file cannot be written.
 #include "flags.h"
 #include "icons.h"
 #include "platform/gdi/bmp.h"
@@ -49,6 +49,7 @@ int main(int argc, char** argv) {
     // The strip after the last button is the bare bar.
     write("toutbleuc.bmp", DrawButton(nullptr, false));
     write("camera.wav", mk::ShutterWav());
+    write("fcam.bmp", gdi::EncodeBmp(mk::ShutterPicture(), 24));
     // The language chooser's flags.
     write("flagfr.bmp", gdi::EncodeBmp(mk::FlagFrench(), 24));
     write("flagen.bmp", gdi::EncodeBmp(mk::FlagBritish(), 24));

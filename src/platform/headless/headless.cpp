@@ -2,6 +2,7 @@
 
 #include "platform/gdi/bmp.h"
 #include "platform/ui/form.h"
+#include "runtime/files.h"
 
 #include <stdexcept>
 #include <utility>
@@ -58,6 +59,7 @@ public:
         if (c_.GetKind() != ui::Kind::Form || what != ui::Change::Visible) return;
         auto& f = static_cast<ui::Form&>(c_);
         if (f.Visible()) {
+            if (f.showNoActivate) return;
             b_.active_ = &f;
             ui::Dispatch(b_, [&] { f.Activated(); });
         } else if (b_.active_ == &f) {
@@ -402,6 +404,26 @@ void Printer::AbortDocument() {
     open = false;
     doc_ = {};
     ++aborted;
+}
+
+bool WaveAudio::Open(const std::wstring& path) {
+    Close();
+    if (deviceMissing || !rt::FileExists(path)) return false;
+    open = true;
+    file = path;
+    return true;
+}
+
+bool WaveAudio::Play() {
+    if (!open) return false;
+    played.push_back(file);
+    return true;
+}
+
+void WaveAudio::Close() {
+    if (!open) return;
+    open = false;
+    ++closes;
 }
 
 } // namespace headless

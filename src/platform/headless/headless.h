@@ -204,6 +204,20 @@ private:
     Document doc_;
 };
 
+// A wave device that records what it was asked to do.
+class WaveAudio : public platform::WaveAudio {
+public:
+    bool deviceMissing = false; // no audio device: every open fails
+    bool open = false;
+    std::wstring file;
+    std::vector<std::wstring> played; // the file of each play, in order
+    int closes = 0;
+
+    bool Open(const std::wstring& path) override;
+    bool Play() override;
+    void Close() override;
+};
+
 struct InputRecord {
     std::wstring prompt, title, defaultText;
 };
@@ -236,6 +250,7 @@ public:
     platform::ImageCodec& GetCodec() override { return codec; }
     platform::Tray& GetTray() override { return tray; }
     platform::Printer& GetPrinter() override { return printer; }
+    platform::WaveAudio& GetWaveAudio() override { return audio; }
     platform::GuiResources GuiResourceCounts() override { return {}; }
 
     // --- the test's side
@@ -248,6 +263,7 @@ public:
     Codec codec;
     Tray tray;
     Printer printer;
+    WaveAudio audio;
 
     // Virtual time in milliseconds since the start date below; each DoEvents moves it.
     int64_t nowMs = 0;

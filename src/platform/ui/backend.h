@@ -68,6 +68,7 @@ public:
     virtual platform::ImageCodec& GetCodec() = 0;
     virtual platform::Tray& GetTray() = 0;
     virtual platform::Printer& GetPrinter() = 0;
+    virtual platform::WaveAudio& GetWaveAudio() = 0;
     virtual platform::GuiResources GuiResourceCounts() = 0;
 
     // Runs just before the program ends by End (the main form's Terminate).

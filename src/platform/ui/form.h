@@ -40,6 +40,8 @@ public:
     bool showInTaskbar = true;
     bool keyPreview = false;
     bool topMost = false;
+    // Shown without becoming active: the keyboard stays where it was.
+    bool showNoActivate = false;
     // Colour key of a layered see-through window (0x00BBGGRR); -1 for none.
     int64_t TransparentKey() const { return transparentKey_; }
     void SetTransparentKey(int64_t key);

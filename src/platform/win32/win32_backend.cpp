@@ -68,6 +68,7 @@ Win32Backend::Win32Backend() {
     codec_ = MakeCodec();
     tray_ = MakeTray();
     printer_ = MakePrinter();
+    audio_ = MakeWaveAudio();
 }
 
 Win32Backend::~Win32Backend() {

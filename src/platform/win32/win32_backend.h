@@ -38,6 +38,7 @@ public:
     platform::ImageCodec& GetCodec() override { return *codec_; }
     platform::Tray& GetTray() override { return *tray_; }
     platform::Printer& GetPrinter() override { return *printer_; }
+    platform::WaveAudio& GetWaveAudio() override { return *audio_; }
     platform::GuiResources GuiResourceCounts() override;
 
     // The main loop: runs until the last form is gone or the program ends.
@@ -64,6 +65,7 @@ private:
     std::unique_ptr<platform::ImageCodec> codec_;
     std::unique_ptr<platform::Tray> tray_;
     std::unique_ptr<PrinterDevice> printer_;
+    std::unique_ptr<platform::WaveAudio> audio_;
     // Last, so that it is destroyed first: no timer outlives the services.
     WindowHandleOwner timerWindow_;
 };
@@ -74,6 +76,7 @@ std::unique_ptr<platform::Cursor> MakeCursor();
 std::unique_ptr<platform::Keyboard> MakeKeyboard();
 std::unique_ptr<platform::Clipboard> MakeClipboard();
 std::unique_ptr<platform::Shell> MakeShell();
+std::unique_ptr<platform::WaveAudio> MakeWaveAudio();
 // The GDI+ codec, in win32_codec.cpp; the notification-area icon, in win32_tray.cpp.
 std::unique_ptr<platform::ImageCodec> MakeCodec();
 std::unique_ptr<platform::Tray> MakeTray();

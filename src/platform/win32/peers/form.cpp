@@ -37,6 +37,7 @@ DWORD FrameStyle(const ui::Form& f, DWORD& ex) {
     if (!f.controlBox) style &= ~DWORD(WS_SYSMENU);
     if (!f.showInTaskbar) ex |= WS_EX_TOOLWINDOW;
     if (f.topMost) ex |= WS_EX_TOPMOST;
+    if (f.showNoActivate) ex |= WS_EX_NOACTIVATE;
     return style;
 }
 
@@ -125,6 +126,7 @@ void FormPeer::Show() {
     if (f.Visible()) {
         int cmd = f.WindowState() == ui::kMinimized   ? SW_SHOWMINIMIZED
                   : f.WindowState() == ui::kMaximized ? SW_SHOWMAXIMIZED
+                  : f.showNoActivate                  ? SW_SHOWNOACTIVATE
                                                       : SW_SHOW;
         ShowWindow(hwnd_, cmd);
         UpdateWindow(hwnd_);
