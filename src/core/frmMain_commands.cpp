@@ -128,6 +128,7 @@ void frmMain::GestCommande(int Index, bool parClavier) {
             app.ParClavierSession = parClavier;
             app.full->InitFull(int16_t(Index));
             app.full->Show();
+            app.full->PrendreClavier();
             RideauPhoto(app);
             app.RetourPossible = true;
             break;
@@ -187,6 +188,7 @@ void frmMain::GestCommande(int Index, bool parClavier) {
             app.ParClavierSession = parClavier;
             app.full->InitFull(1);
             app.full->Show();
+            app.full->PrendreClavier();
             app.TypeCapt = L"z";
             break;
         case kCmdRafraichir:

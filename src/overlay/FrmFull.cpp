@@ -134,7 +134,15 @@ void FrmFull::Design() {
 void FrmFull::WireEvents() {
     OnLoad = [this] { Form_Load(); };
     OnActivate = [this] { Form_Activate(); };
-    OnQueryUnload = [this](int&, int) { Timreinit.SetEnabled(false); };
+    OnQueryUnload = [this](int& cancel, int mode) {
+        // The user's close (Alt+F4) is Escape: the overlay itself is never closed.
+        if (mode == ui::kFormControlMenu) {
+            cancel = 1;
+            if (enSession_ && !enValidation_) Annuler();
+            return;
+        }
+        Timreinit.SetEnabled(false);
+    };
     OnKeyDown = [this](int16_t& key, int16_t shift) { Picture1_KeyDown(key, shift); };
     Picture1.OnMouseDown = [this](const ui::MouseEvent& e) {
         Picture1_MouseDown(e.button, e.shift, e.x, e.y);
@@ -394,6 +402,10 @@ void FrmFull::ForceForeGroundWindow(ui::WindowHandle Hwnd) {
     app.be.GetDesktop().ForceForeground(Hwnd);
 }
 
+void FrmFull::PrendreClavier() {
+    ForceForeGroundWindow(Handle());
+}
+
 void FrmFull::TimMvtDeb_Timer() {
     if (Left() > 0) {
         SetLeft(Left() - 300);
@@ -567,7 +579,9 @@ void FrmFull::ValidSel(ui::Shape& Rect) {
 void FrmFull::Timtransp_Timer() {
     Timtransp.SetEnabled(false);
     app.list->Hide();
-    if (enSession_) Show();
+    if (!enSession_) return;
+    Show();
+    PrendreClavier();
 }
 
 } // namespace mv

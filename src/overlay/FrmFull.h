@@ -70,6 +70,9 @@ public:
     void InitFull(int16_t Mode);
     // Brings the overlay to the front from whatever application has it.
     void ForceForeGroundWindow(ui::WindowHandle Hwnd);
+    // The overlay takes the foreground, and with it the keys, at once: whenever it shows
+    // and after anything that took them (a notice box, the list in multi-selection).
+    void PrendreClavier();
     // Turns a rectangle into a capture (rectsel: Enter, right click; rectlibre: the
     // release of a freehand drawing).
     void ValidSel(ui::Shape& Rect);

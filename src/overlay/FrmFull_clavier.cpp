@@ -19,7 +19,7 @@ constexpr int16_t kMaj = 1, kCtrl = 2, kAlt = 4;
 } // namespace
 
 void FrmFull::Picture1_KeyDown(int16_t KeyCode, int16_t Shift) {
-    if (!enSession_) return;
+    if (!enSession_ || enValidation_) return;
     frmMain& M = *app.main;
     M.ImgTTscreen.SetVisible(false);
     app.VueCourante = L"picture";
@@ -33,6 +33,8 @@ void FrmFull::Picture1_KeyDown(int16_t KeyCode, int16_t Shift) {
         Annuler();
         return;
     case kEntree:
+        // One capture per press: a held Enter repeats its key-down.
+        if (keyRepeat) return;
         rectlibre.Move(rectsel.Left(), rectsel.Top(), rectsel.Width(), rectsel.Height());
         // In multi-selection the trimmed picture stays for the next rectangle.
         if (!M.Mnumulti.Checked()) {
@@ -59,9 +61,10 @@ void FrmFull::Picture1_KeyDown(int16_t KeyCode, int16_t Shift) {
         if (Picture1.Left() > -largEcran) {
             PictClaire.SetLeft(0);
             // One screen: nothing stands to the right, the notice says so.
-            if (ecran.monitors == 1)
+            if (ecran.monitors == 1) {
                 app.MsgBox(app.Lang(155), ui::kExclamation, app.Lang(156));
-            else
+                PrendreClavier();
+            } else
                 Picture1.SetLeft(Picture1.Left() - 300);
         }
         break;

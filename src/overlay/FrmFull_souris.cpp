@@ -73,7 +73,7 @@ void FrmFull::PlaceGuide() {
 
 void FrmFull::Picture1_MouseDown(int Button, int Shift, float X, float Y) {
     // A click queued before the session ended (a double right click) is no new start.
-    if (!enSession_) return;
+    if (!enSession_ || enValidation_) return;
     const bool place = app.params.PreAffZone != 0;
     if (Button == ui::kRightButton && Shift == ui::kShiftMask) {
         // Shift and a right click: a square.
@@ -122,6 +122,7 @@ void FrmFull::Picture1_MouseDown(int Button, int Shift, float X, float Y) {
 
 void FrmFull::Picture1_MouseMove(int Button, int Shift, float X, float Y) {
     (void)Shift;
+    if (enValidation_) return;
     SourisX = X;
     SourisY = Y;
     const auto ecran = app.Screen();
@@ -346,6 +347,7 @@ void FrmFull::Timtaille_Timer() {
 void FrmFull::Picture1_MouseUp(int Button, int Shift, float X, float Y) {
     (void)Button;
     (void)Shift;
+    if (enValidation_) return;
     FinClignEtRouge();
     const auto ecran = app.Screen();
     if (!TraceLibre) {

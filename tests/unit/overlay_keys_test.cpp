@@ -79,6 +79,30 @@ TEST_F(OverlayKeysTest, FreeModeArrowsStartFromTheHiddenRectangle) {
     EXPECT_EQ(gdi::LoadBmp(TempFile(1)).Width(), 41);
 }
 
+// In multi-selection: keys that arrive while a rectangle is being taken wait for nothing
+// and do nothing, a held Enter takes one capture, and a close request (Alt+F4) is Escape.
+TEST_F(OverlayKeysTest, EnterTakesOnceAndACloseIsEscape) {
+    Start();
+    be.Click(main->Mnumulti);
+    Ouvrir(1);
+    Rect(20, 10, 40, 30);
+    be.Schedule(0, [&] { Touche(27); });
+    Touche(13);
+    ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_TRUE(F().EnSession());
+    be.KeyDown(F(), 13, 0, true);
+    EXPECT_EQ(app->NbVignettes, 1);
+    be.RunFor(500); // the list comes and goes, the overlay has the keys again
+    EXPECT_TRUE(F().Visible());
+    EXPECT_EQ(be.desktop.forced.back(), F().Handle());
+
+    ui::Dispatch(be, [&] { F().CloseRequested(ui::kFormControlMenu); });
+    EXPECT_TRUE(F().IsLoaded());
+    EXPECT_FALSE(F().EnSession());
+    EXPECT_TRUE(main->Visible());
+    EXPECT_EQ(app->NbVignettes, 1);
+}
+
 TEST_F(OverlayKeysTest, ScrollingAndTheSecondScreen) {
     Start();
     Ouvrir(1);
@@ -90,9 +114,11 @@ TEST_F(OverlayKeysTest, ScrollingAndTheSecondScreen) {
     Touche(120);
     EXPECT_EQ(F().Picture1.Top(), 0);
     // One monitor: numeric plus shows the notice and nothing scrolls; nor does Tab.
+    const size_t forced = be.desktop.forced.size();
     Touche(107);
     EXPECT_EQ(BoxesWith(Entry(155)), 1);
     EXPECT_EQ(F().Picture1.Left(), 0);
+    EXPECT_EQ(be.desktop.forced.size(), forced + 1); // the keys back from the box
     Touche(9);
     EXPECT_EQ(F().Picture1.Left(), 0);
     Touche(27);

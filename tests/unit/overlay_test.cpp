@@ -53,6 +53,9 @@ TEST_F(OverlayTest, TheScreenFreezesDimmedWithACleanCopyAndSlidesIn) {
     // From the lower right, 300 twips a tick.
     EXPECT_GT(F().Left(), 4000);
     EXPECT_TRUE(F().topMost);
+    // It has the keys while it slides in, whoever was in front.
+    ASSERT_EQ(be.desktop.forced.size(), 1u);
+    EXPECT_EQ(be.desktop.forced[0], F().Handle());
     be.RunFor(300);
     EXPECT_EQ(F().Left(), 0);
     EXPECT_EQ(F().Top(), 0);
@@ -65,9 +68,9 @@ TEST_F(OverlayTest, TheScreenFreezesDimmedWithACleanCopyAndSlidesIn) {
         EXPECT_EQ(vue.At(x, y), Teinte(be.desktop.screen.At(x, y))) << x << "," << y;
     EXPECT_EQ(F().PictPourSel.Image().At(57, 33), be.desktop.screen.At(57, 33));
     EXPECT_EQ(app->HautEcranTw, Tw(150));
-    // Brought to the front once, half a second after it opened.
+    // And once more half a second after it opened.
     be.RunFor(500);
-    EXPECT_EQ(be.desktop.forced.size(), 1u);
+    EXPECT_EQ(be.desktop.forced.size(), 2u);
     // The clear spot shows the clean pixels inside the rectangle, 10 twips in.
     F().rectsel.Move(Tw(20), Tw(10), Tw(40), Tw(30));
     F().PlacDesCoins(F().rectsel);

@@ -51,12 +51,16 @@ mv_start() {
 }
 
 # mv_overlay_wid: the program's window with no title over the whole screen, into OVERLAY.
-mv_overlay_wid() {
+# mv_overlay_up: the same window anywhere, also while it slides in.
+mv_overlay_wid() { _mv_overlay 1; }
+mv_overlay_up() { _mv_overlay 0; }
+_mv_overlay() {
     local w
     for w in $(xdotool search --onlyvisible --pid "$WH_PID_PROGRAM" 2>/dev/null); do
         [[ -z "$(xdotool getwindowname "$w" 2>/dev/null)" ]] || continue
         wh_window_geometry "$w" || continue
-        if ((WH_X == 0 && WH_Y == 0 && WH_W == WH_SCREEN_W)); then OVERLAY=$w; return 0; fi
+        ((WH_W == WH_SCREEN_W)) || continue
+        if (($1 == 0 || (WH_X == 0 && WH_Y == 0))); then OVERLAY=$w; return 0; fi
     done
     return 1
 }

@@ -353,10 +353,12 @@ void Backend::MouseUp(ui::Control& c, float x, float y, int button, int shift) {
     });
 }
 
-void Backend::KeyDown(ui::Form& f, int keyCode, int shift) {
+void Backend::KeyDown(ui::Form& f, int keyCode, int shift, bool repeat) {
     ui::Dispatch(*this, [&] {
         int16_t k = int16_t(keyCode);
+        f.keyRepeat = repeat;
         if (f.OnKeyDown) f.OnKeyDown(k, int16_t(shift));
+        f.keyRepeat = false;
     });
 }
 

@@ -297,7 +297,7 @@ public:
     void MouseMove(ui::Control& c, float x, float y, int button = 0, int shift = 0);
     void MouseDown(ui::Control& c, float x, float y, int button, int shift = 0);
     void MouseUp(ui::Control& c, float x, float y, int button, int shift = 0);
-    void KeyDown(ui::Form& f, int keyCode, int shift);
+    void KeyDown(ui::Form& f, int keyCode, int shift, bool repeat = false);
 
     // Peer bookkeeping for tests: windows alive now.
     int livePeers = 0;

@@ -79,6 +79,8 @@ public:
 
     // Backend side: the user closed the window (mode 0) or the session ends (mode 2).
     void CloseRequested(int mode);
+    // Backend side: true while OnKeyDown handles an auto-repeat of a held key.
+    bool keyRepeat = false;
     // Backend side: the window became active.
     void Activated();
     // Backend side: the system moved, sized or changed the state of the window.

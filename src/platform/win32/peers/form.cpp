@@ -269,8 +269,12 @@ LRESULT FormPeer::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
     case WM_SYSKEYDOWN: {
         int16_t key = int16_t(wp);
         int16_t shift = int16_t(ShiftState());
+        // Bit 30: the key was down already.
+        const bool repeat = (lp & (LPARAM(1) << 30)) != 0;
         Fire([&] {
+            f.keyRepeat = repeat;
             if (f.OnKeyDown) f.OnKeyDown(key, shift);
+            f.keyRepeat = false;
         });
         if (msg == WM_KEYDOWN) return 0;
         break;
