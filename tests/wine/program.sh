@@ -88,11 +88,11 @@ mv_new_capture() {
 # mv_crop W H X Y NAME: that part of the known picture, as artifacts/NAME.png.
 mv_crop() { convert "$WH_PICTURE" -crop "$1x$2+$3+$4" +repage "$WH_ART/$5.png"; }
 
-# mv_set_column COL CHAR: puts CHAR at column COL (from 1) of the settings line.
+# mv_set_column COL TEXT: puts TEXT over the settings line from column COL (from 1).
 mv_set_column() {
     local line
     line=$(head -1 "$APPDATA/params.txt" | tr -d '\r')
-    { printf '%s\r\n' "${line:0:$(($1 - 1))}$2${line:$1}"; sed -n 2p "$APPDATA/params.txt"; } > "$APPDATA/params.tmp"
+    { printf '%s\r\n' "${line:0:$(($1 - 1))}$2${line:$(($1 - 1 + ${#2}))}"; sed -n 2p "$APPDATA/params.txt"; } > "$APPDATA/params.tmp"
     mv "$APPDATA/params.tmp" "$APPDATA/params.txt"
 }
 
