@@ -56,9 +56,17 @@ TEST_F(OverlayTest, TheScreenFreezesDimmedWithACleanCopyAndSlidesIn) {
     // It has the keys while it slides in, whoever was in front.
     ASSERT_EQ(be.desktop.forced.size(), 1u);
     EXPECT_EQ(be.desktop.forced[0], F().Handle());
-    be.RunFor(300);
+    // A key while it slides in (after the one default-size pass of the first session).
+    be.RunFor(50);
+    ASSERT_GT(F().Left(), 0);
+    const float largeur = F().rectsel.Width();
+    be.KeyDown(F(), 39, 0);
+    EXPECT_EQ(F().rectsel.Width(), largeur + Tw(1));
+    be.RunFor(250);
     EXPECT_EQ(F().Left(), 0);
     EXPECT_EQ(F().Top(), 0);
+    EXPECT_EQ(F().rectsel.Width(), largeur + Tw(1));
+    EXPECT_EQ(F().coinrect[4].Left(), F().rectsel.Left() + F().rectsel.Width());
 
     // Two screens high: the grab dimmed once in the upper half; the clean copy beside it.
     const gdi::Surface& vue = F().Picture1.Image();
