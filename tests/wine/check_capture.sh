@@ -325,7 +325,7 @@ make_page() {
     convert "$WH_ART/page.png" -crop "1280x1024+0+$PAGE_SCROLL" +repage "$WH_ART/page-scrolled.png"
 }
 
-# The long page road: its top captured by Control+Z (Escape), the page scrolled by 1000
+# The long page road: its top captured by Control+Z (Enter, then Control+Z and Escape), the page scrolled by 1000
 # rows, Control+Y; the 22 rows seen twice trimmed at the seam with F6 and F7 (12 and 10,
 # each after one too many given back); the rectangle moved across the seam and Enter.
 # The capture is one piece of the page: its first pixel says where, and the rows run on
@@ -339,6 +339,14 @@ check_long_page() {
     wh_show_picture "$WH_ART/page-top.png"
     top_pid=$WH_PICTURE_PID
     mv_start "$BIN" || return 1
+    # Control+Z and Enter: the default rectangle in the middle, one pixel in.
+    mv_open_overlay || return 1
+    wh_key "$OVERLAY" Return || return 1
+    mv_new_capture 1 page-default || return 1
+    convert "$WH_ART/page-top.png" -crop 420x260+431+383 +repage "$WH_ART/want-page-default.png"
+    wh_assert_same page-default "$WH_ART/page-default.bmp" "$WH_ART/want-page-default.png" || return 1
+    wh_wait_window_gone "$OVERLAY" 10 || return 1
+    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
     mv_open_overlay || return 1
     wh_key "$OVERLAY" Escape || return 1
     wh_wait_window_gone "$OVERLAY" 10 || return 1
@@ -357,7 +365,7 @@ check_long_page() {
     sleep 0.5
     wh_screenshot long-page-seam.png
     wh_key "$OVERLAY" Return || return 1
-    mv_new_capture 1 long-page || return 1
+    mv_new_capture 2 long-page || return 1
     kill "$WH_PICTURE_PID"
     WH_PICTURE=$picture WH_PICTURE_PID=$picture_pid
     local px w h x y
@@ -368,11 +376,13 @@ check_long_page() {
     read -r w h < <(identify -format '%w %h' "$WH_ART/long-page.bmp")
     convert "$WH_ART/page.png" -crop "${w}x$h+$x+$y" +repage "$WH_ART/want-long-page.png"
     wh_assert_same long-page "$WH_ART/long-page.bmp" "$WH_ART/want-long-page.png" || return 1
-    # The seam lies at the page's row 1012 (the view's 1022, the upper grab 10 rows down).
+    # The seam lies at the page's row 1012 (the view's 1022, the upper grab 10 rows down);
+    # the rectangle went 600 rows down from the middle of the view.
     ((y < 1012 && y + h > 1012)) || { wh_reason "rows $y to $((y + h)) miss the seam"; return 1; }
+    ((x == 431 && y == 382 + 600 + 1 - 10)) || { wh_reason "the capture starts at $x,$y"; return 1; }
     quit_discarding
 }
-wh_check "a long page: its top, then scrolled; Control+Y, F6 and F7 fit the seam and Enter takes rows across it" check_long_page
+wh_check "Control+Z and Enter take the default rectangle; a long page, scrolled, Control+Y, F6 and F7 fitting the seam: Enter takes rows across it" check_long_page
 
 # 200 captures taken and deleted leave the window-system objects where they were.
 check_no_leak() {
