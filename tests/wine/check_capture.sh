@@ -325,8 +325,8 @@ make_page() {
     convert "$WH_ART/page.png" -crop "1280x1024+0+$PAGE_SCROLL" +repage "$WH_ART/page-scrolled.png"
 }
 
-# The long page road: its top captured by Control+Z (Enter, then Control+Z and Escape), the page scrolled by 1000
-# rows, Control+Y; the 22 rows seen twice trimmed at the seam with F6 and F7 (12 and 10,
+# The long page road: its top shown, Control+Z and Enter (the default rectangle), Control+Z
+# and Escape; the page scrolled by 1000 rows, Control+Y; the 22 rows seen twice trimmed at the seam with F6 and F7 (12 and 10,
 # each after one too many given back); the rectangle moved across the seam and Enter.
 # The capture is one piece of the page: its first pixel says where, and the rows run on
 # across the seam.
