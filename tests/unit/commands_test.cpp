@@ -176,7 +176,7 @@ TEST_F(CommandsTest, DeleteKeyDeletesTheCurrentCaptureAndOnlyControlQQuits) {
     be.answers.push_back(ui::kNo);
     EXPECT_THROW(be.KeyDown(*main, ui::kKeyQ, ui::kCtrlMask), headless::ProgramEnded);
     EXPECT_TRUE(be.ended);
-    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_EQ(be.lastError, 0);
     EXPECT_FALSE(rt::DirExists(app->DossierTemp));
 }
 
@@ -190,7 +190,7 @@ TEST_F(CommandsTest, ControlQWithNoCaptureEndsWithoutAQuestion) {
     EXPECT_THROW(be.KeyDown(*main, ui::kKeyQ, ui::kCtrlMask), headless::ProgramEnded);
     EXPECT_EQ(be.boxes.size(), boxes);
     EXPECT_TRUE(be.ended);
-    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_EQ(be.lastError, 0);
     EXPECT_FALSE(rt::DirExists(app->DossierTemp));
 }
 
@@ -308,13 +308,25 @@ TEST_F(CommandsTest, RunTimeErrorIsSilentInACommandAndBigScreensDoNotOverflow) {
     EXPECT_EQ(app->CurseurX, 40000);
 }
 
-// Memory that runs out under an event is run-time error 7 with its box, like any other.
-TEST_F(CommandsTest, OutOfMemoryUnderAnEventIsRunTimeError7) {
+// An error that nothing trapped shows its box and abandons its event; the program and its
+// captures go on. Memory that runs out under an event is run-time error 7 like any other.
+TEST_F(CommandsTest, UntrappedErrorShowsItsBoxAndTheRunGoesOn) {
     Start();
-    EXPECT_THROW(ui::Dispatch(be, [] { throw std::bad_alloc(); }), headless::ProgramEnded);
-    EXPECT_EQ(be.fatalNumber, 7);
-    ASSERT_FALSE(be.boxes.empty());
+    ClickButton(mv::kCmdEcran);
+    bool suite = false;
+    ui::Dispatch(be, [&] {
+        rt::Raise(rt::kTypeMismatch);
+        suite = true;
+    });
+    EXPECT_FALSE(suite);
+    EXPECT_EQ(be.lastError, 13);
+    ui::Dispatch(be, [] { throw std::bad_alloc(); });
+    EXPECT_EQ(be.lastError, 7);
+    ASSERT_EQ(be.boxes.size(), 2u);
     EXPECT_EQ(be.boxes.back().prompt.rfind(L"Run-time error '7':", 0), 0u);
+    EXPECT_FALSE(be.ended);
+    ClickButton(mv::kCmdEcran);
+    EXPECT_EQ(app->NbVignettes, 2);
 }
 
 } // namespace

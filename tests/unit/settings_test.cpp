@@ -84,7 +84,7 @@ protected:
     // The run asked the repair question; with Yes it wrote the repair file and said so.
     void AttendreReparation(Lancement& l, int reponse, const std::string& avant) {
         EXPECT_TRUE(l.fini);
-        EXPECT_EQ(l.be.fatalNumber, 0);
+        EXPECT_EQ(l.be.lastError, 0);
         ASSERT_GE(l.be.boxes.size(), 1u);
         EXPECT_EQ(l.be.boxes[0].prompt, Entry(125));
         EXPECT_EQ(l.be.boxes[0].style, 4 + 32);
@@ -118,7 +118,7 @@ protected:
     // Quits the run: the exit question is not asked, there are no captures.
     static void Quitter(Lancement& l) {
         EXPECT_THROW(l.app->main->quitprog(), headless::ProgramEnded);
-        EXPECT_EQ(l.be.fatalNumber, 0);
+        EXPECT_EQ(l.be.lastError, 0);
     }
 };
 

@@ -220,7 +220,7 @@ TEST_F(StartupTest, FileInPlaceOfTheTemporaryFolderIsPassedBy) {
     rt::MkDir(Dossier());
     rt::WriteFileBytes(base, "mine", 4);
     Start();
-    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_EQ(be.lastError, 0);
     EXPECT_TRUE(main->Visible());
     EXPECT_EQ(app->DossierTemp.size(), base.size() + 3);
     EXPECT_TRUE(rt::DirExists(app->DossierTemp));
@@ -237,7 +237,7 @@ TEST_F(StartupTest, DamagedLanguageChoiceAsksAgainAndMissingFlagsDoNotStopIt) {
     rt::MkDir(Dossier());
     rt::WriteFileBytes(Dossier() + L"\\spoken.txt", "\xff\x01garbage\r\n", 11);
     Start(nullptr);
-    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_EQ(be.lastError, 0);
     auto& choix = *app->choix;
     ASSERT_TRUE(choix.Visible());
     EXPECT_TRUE(choix.Image1.Picture().Empty());
@@ -254,7 +254,7 @@ TEST_F(StartupTest, DamagedLanguageChoiceAsksAgainAndMissingFlagsDoNotStopIt) {
     rt::WriteFileBytes(Dossier() + L"\\spoken.txt", "ConstPRJA\r\n", 11);
     std::filesystem::remove(programme / "flagen.bmp");
     auto troisieme = StartAnother();
-    EXPECT_EQ(troisieme->be.fatalNumber, 0);
+    EXPECT_EQ(troisieme->be.lastError, 0);
     EXPECT_FALSE(troisieme->app->choix->IsLoaded());
 }
 
@@ -276,7 +276,7 @@ TEST_F(StartupTest, QuitAsksOnlyForUnsavedCapturesAndThenRemovesTheTemporaryStor
     list->PictSave[2].SetVisible(true);
     EXPECT_THROW(main->quitprog(), headless::ProgramEnded);
     EXPECT_EQ(be.boxes.size(), 1u);
-    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_EQ(be.lastError, 0);
     EXPECT_FALSE(rt::FileExists(f1));
     EXPECT_FALSE(rt::FileExists(f2));
     EXPECT_FALSE(rt::DirExists(app->DossierTemp));
@@ -317,7 +317,7 @@ TEST_F(StartupTest, QuitGoesOnPastAnErrorInAnyStep) {
     EXPECT_THROW(main->quitprog(), headless::ProgramEnded);
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].prompt, Entry(115));
-    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_EQ(be.lastError, 0);
     EXPECT_FALSE(rt::FileExists(f1));
     EXPECT_FALSE(rt::FileExists(f2));
     EXPECT_FALSE(rt::DirExists(app->DossierTemp));
@@ -361,7 +361,7 @@ TEST_F(StartupTest, SessionEndWithoutCapturesEndsAtOnceAndLeavesTheFolder) {
     Start();
     EXPECT_THROW(main->CloseRequested(ui::kAppWindows), headless::ProgramEnded);
     EXPECT_TRUE(be.ended);
-    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_EQ(be.lastError, 0);
     EXPECT_TRUE(be.boxes.empty());
     EXPECT_FALSE(app->sortie->IsLoaded());
     EXPECT_TRUE(rt::DirExists(app->DossierTemp)); // no time for it
@@ -403,7 +403,7 @@ TEST_F(StartupTest, SessionEndAfterSavingShowsTheNoticeThreeSecondsAndKeepsTheTe
     EXPECT_LT(be.nowMs - t0, 3010);
     EXPECT_TRUE(notice);
     EXPECT_FALSE(app->sortie->IsLoaded());
-    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_EQ(be.lastError, 0);
     EXPECT_TRUE(be.boxes.empty());
     EXPECT_EQ(TempFolderFiles().size(), 10u);
     EXPECT_EQ(be.tray.deletes, 1);

@@ -308,15 +308,13 @@ void Backend::End() {
         f();
     }
     ended = true;
-    throw ProgramEnded{fatalNumber != 0};
+    throw ProgramEnded{};
 }
 
-void Backend::ReportFatal(const rt::RuntimeError& e) {
-    fatalNumber = e.number;
+void Backend::ReportError(const rt::RuntimeError& e) {
+    lastError = e.number;
     boxes.push_back({L"Run-time error '" + std::to_wstring(e.number) + L"':\n\n" + e.text,
                      ui::kCritical, L"", ui::kOk});
-    ended = true;
-    throw ProgramEnded{true};
 }
 
 void Backend::Click(ui::Control& c) {

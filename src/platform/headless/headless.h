@@ -15,9 +15,7 @@
 namespace headless {
 
 // Thrown by End(): the program has ended. Tests catch it.
-struct ProgramEnded {
-    bool fatal = false;
-};
+struct ProgramEnded {};
 
 struct BoxRecord {
     std::wstring prompt;
@@ -240,7 +238,7 @@ public:
     ui::ScreenMetrics Screen() const override { return screen; }
     rt::SystemTime Now() const override;
     [[noreturn]] void End() override;
-    [[noreturn]] void ReportFatal(const rt::RuntimeError& e) override;
+    void ReportError(const rt::RuntimeError& e) override;
     ui::Form* ActiveForm() const override { return active_; }
     platform::Desktop& GetDesktop() override { return desktop; }
     platform::Cursor& GetCursor() override { return cursor; }
@@ -289,7 +287,7 @@ public:
     std::vector<InputRecord> inputs;
     std::deque<std::optional<std::wstring>> inputAnswers;
     bool ended = false;
-    int fatalNumber = 0;
+    int lastError = 0; // the number of the last run-time error that nothing trapped
 
     // Raises a control's events as the window system would.
     void Click(ui::Control& c);

@@ -55,8 +55,9 @@ public:
     virtual rt::SystemTime Now() const = 0;
     // Ends the program at once (the End statement); never returns.
     [[noreturn]] virtual void End() = 0;
-    // An untrapped run-time error: "Run-time error 'N':" box, then the end.
-    [[noreturn]] virtual void ReportFatal(const rt::RuntimeError& e) = 0;
+    // A run-time error that nothing trapped: the "Run-time error 'N':" box. The event that
+    // raised it is abandoned and the run goes on with its captures.
+    virtual void ReportError(const rt::RuntimeError& e) = 0;
     // The form that has the focus, if it is one of ours.
     virtual Form* ActiveForm() const = 0;
 
@@ -79,7 +80,7 @@ public:
 };
 
 // Runs an event handler as the toolkit's event dispatcher does: a run-time error that
-// nothing trapped ends the program with its box.
+// nothing trapped shows its box and abandons the handler; the program goes on.
 void Dispatch(Backend& backend, const std::function<void()>& handler);
 
 } // namespace ui

@@ -157,11 +157,11 @@ void Dispatch(Backend& backend, const std::function<void()>& handler) {
     try {
         handler();
     } catch (const rt::RuntimeError& e) {
-        backend.ReportFatal(e);
+        backend.ReportError(e);
     } catch (const std::bad_alloc&) {
         // Memory that ran out anywhere under an event is the runtime's error 7, never a
         // C++ exception crossing a window procedure.
-        backend.ReportFatal(rt::RuntimeError(rt::kOutOfMemory));
+        backend.ReportError(rt::RuntimeError(rt::kOutOfMemory));
     }
 }
 

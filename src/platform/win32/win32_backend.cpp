@@ -227,10 +227,9 @@ void Win32Backend::End() {
     ExitProcess(0);
 }
 
-void Win32Backend::ReportFatal(const rt::RuntimeError& e) {
+void Win32Backend::ReportError(const rt::RuntimeError& e) {
     std::wstring text = L"Run-time error '" + std::to_wstring(e.number) + L"':\n\n" + e.text;
     MessageBoxW(OwnerWindow(), text.c_str(), L"Mirovanta", MB_OK | MB_ICONSTOP);
-    ExitProcess(1);
 }
 
 ui::Form* Win32Backend::ActiveForm() const {

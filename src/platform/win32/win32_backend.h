@@ -28,7 +28,7 @@ public:
     ui::ScreenMetrics Screen() const override;
     rt::SystemTime Now() const override;
     [[noreturn]] void End() override;
-    [[noreturn]] void ReportFatal(const rt::RuntimeError& e) override;
+    void ReportError(const rt::RuntimeError& e) override;
     ui::Form* ActiveForm() const override;
     platform::Desktop& GetDesktop() override { return *desktop_; }
     platform::Cursor& GetCursor() override { return *cursor_; }
