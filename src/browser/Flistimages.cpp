@@ -4,13 +4,44 @@
 #include "core/commands.h"
 #include "core/frmMain.h"
 
+#include <algorithm>
+
 namespace mv {
 
+namespace {
+
+constexpr float kPas = 1600; // the pitch of the column
+
+} // namespace
+
 Flistimages::Flistimages(App& a) : ui::Form(a.be, L"Flistimages"), app(a) {
+    WireEvents();
+}
+
+void Flistimages::WireEvents() {
     OnLoad = [this] { Form_Load(); };
+    OnActivate = [this] { Form_Activate(); };
     OnQueryUnload = [this](int& cancel, int mode) { Form_QueryUnload(cancel, mode); };
     OnResize = [this] { Form_Resize(); };
+    OnMouseMove = [this](const ui::MouseEvent&) { Form_MouseMove(); };
     TimerCache.OnTimer = [this] { TimerCache_Timer(); };
+    TimGif.OnTimer = [this] { TimGif_Timer(); };
+    Vscroll1.OnChange = [this] { Vscroll1_Change(); };
+    Labflech.OnMouseMove = [this](const ui::MouseEvent&) { Labflech_MouseMove(); };
+    LabGif.OnClick = [this] { LabGif_Click(); };
+    Frame1.OnMouseMove = [this](const ui::MouseEvent& e) { Frame1_MouseMove(e.x, e.y); };
+    Image1.OnMouseMove = [this](int i, const ui::MouseEvent&) { Image1_MouseMove(i); };
+    Image1.OnMouseDown = [this](int i, const ui::MouseEvent& e) { Image1_MouseDown(i, e.button); };
+    Image1.OnDblClick = [this](int i) { clickimage1(int16_t(i), true); };
+    Gimage1.OnMouseMove = [this](int i, const ui::MouseEvent& e) {
+        Gimage1_MouseMove(i, e.x, e.y);
+    };
+    // A press on the enlarged picture is a press on its thumbnail; its click restores the
+    // main window.
+    Gimage1.OnMouseDown = [this](int i, const ui::MouseEvent& e) { Image1_MouseDown(i, e.button); };
+    Gimage1.OnClick = [this](int i) { clickimage1(int16_t(i), true); };
+    Chkmail.OnMouseMove = [this](int, const ui::MouseEvent&) { Chkmail_MouseMove(); };
+    Txtordre.OnKeyDown = [this](int i, int16_t& key, int16_t) { Txtordre_KeyDown(i, key); };
 }
 
 void Flistimages::Design() {
@@ -83,8 +114,33 @@ void Flistimages::Form_Load() {
     SetLeft(0);
     Gimage1[0].SetTop(Image1[0].Top());
     LabGif.SetCaption(L"");
+    // The marquee's cells: the first 20 characters of its text.
+    BuffGif = app.Lang(216).substr(0, 20);
+    BuffGif.resize(20, L' ');
     LabGif.SetToolTipText(app.Lang(217));
     Txtordre[0].SetToolTipText(app.Lang(250));
+}
+
+void Flistimages::Form_Activate() {
+    const int n = app.NbVignettes;
+    if (WindowState() == ui::kNormal) {
+        Vscroll1.SetMin(1);
+        Vscroll1.SetEnabled(n > 1);
+        if (n > 1) Vscroll1.SetMax(n);
+        Labscroll.SetCaption(std::to_wstring(n));
+    }
+    SetVisible(true);
+    Frame1.SetTop(0);
+    if (n > 0) Frame1.SetHeight(Height() > 1000 ? Height() - 1000 : 0);
+    Vscroll1.ZOrder(0);
+    RectSlide.SetTop(10);
+    RectSlide.SetLeft(Width() - RectSlide.Width() - 10);
+    // Read before the slider moves below: the count stands where the last showing left the
+    // slider.
+    Labscroll.SetLeft(Vscroll1.Left() + 200);
+    Vscroll1.Move(RectSlide.Left() + 8, RectSlide.Top() + 18, RectSlide.Width() - 40,
+                  RectSlide.Height() - 20);
+    Labscroll.SetTop(RectSlide.Top() + RectSlide.Height() + 90);
 }
 
 void Flistimages::Form_QueryUnload(int& cancel, int) {
@@ -93,15 +149,65 @@ void Flistimages::Form_QueryUnload(int& cancel, int) {
 }
 
 void Flistimages::Form_Resize() {
+    const int n = app.NbVignettes;
+    if (WindowState() == ui::kNormal && n > 0 && Image1.Exists(n)) {
+        const float voulu = Gimage1[n].Height() + Image1[n].Top() + 800;
+        const float hauteur = std::min(voulu, app.Screen().HeightTwips() - 500);
+        if (hauteur != Height()) SetHeight(hauteur);
+    }
     if (WindowState() == ui::kMinimized)
         app.main->bouton[kCmdListe].SetBorderStyle(ui::kBorderNone);
+}
+
+void Flistimages::Form_MouseMove() {
+    // Only what is not see-through gets here: the strip left on the screen brings the
+    // window back.
+    SetLeft(0);
+    TimerCache.SetEnabled(true);
+    RetablirVignettes(false);
+    LblcheckHlp.SetVisible(false);
+}
+
+void Flistimages::Vscroll1_Change() {
+    const int n = app.NbVignettes;
+    survol_ = 0;
+    for (int i = 1; i <= n; ++i) {
+        Gimage1[i].SetVisible(false);
+        Image1[i].SetVisible(true);
+    }
+    if (n == 0) return;
+    const int v = Vscroll1.Value();
+    if (v < 1 || v > n) return;
+    auto place = [&](int i, float haut, float decalage) {
+        Image1[i].SetTop(haut);
+        Gimage1[i].SetTop(haut);
+        Lbldim[i].SetTop(haut + decalage);
+        Txtordre[i].SetTop(Lbldim[i].Top() + 450);
+        PictSave[i].SetTop(haut);
+        pictmail[i].SetTop(haut);
+    };
+    place(v, 800, 80);
+    Chkmail[v].SetTop(Lbldim[v].Top() + Lbldim[v].Height() + 100);
+    for (int i = v + 1; i <= n; ++i) {
+        place(i, Image1[i - 1].Top() + kPas, 0);
+        Chkmail[i].SetTop(Lbldim[i].Top() + Lbldim[i].Height() + 100);
+    }
+    // The ones before v wait above the window.
+    for (int i = v - 1; i >= 1; --i) {
+        place(i, -1500, 80);
+        Gimage1[i].SetTop(-1900);
+        Chkmail[i].SetTop(Image1[i].Top());
+    }
+    if (WindowState() == ui::kNormal) {
+        const float voulu = Gimage1[n].Height() + Image1[n].Top() + 800;
+        SetHeight(std::min(voulu, app.Screen().HeightTwips() - 500));
+        app.DoEvents();
+    }
 }
 
 void Flistimages::TimerCache_Timer() {
     // Slides away, leaving a strip of 50 twips on the screen.
     if (WindowState() == ui::kNormal) SetLeft(50 - Width());
 }
-
-void Flistimages::clickimage1(int16_t, bool) {}
 
 } // namespace mv

@@ -33,17 +33,52 @@ public:
     ui::Timer TimGif{this, L"TimGif", 100, true};
 
     void Form_Load();
+    void Form_Activate();
     void Form_QueryUnload(int& cancel, int unloadMode);
     void Form_Resize();
+    // The background strip: the window comes back and the hover is undone.
+    void Form_MouseMove();
+    // Re-stacks the column so that the slider's thumbnail comes first.
+    void Vscroll1_Change();
     void TimerCache_Timer();
-    // Makes capture Index the current one in the main window.
+    void Labflech_MouseMove() { TimerCache_Timer(); }
+
+    // ---- the thumbnails (Flistimages_vignettes.cpp)
+    // The enlarged picture of thumbnail Index, its marks, and the window kept in place.
+    void Image1_MouseMove(int Index);
+    void Image1_MouseDown(int Index, int Button);
+    // X and Y: the mouse on the enlarged picture, in its own twips.
+    void Gimage1_MouseMove(int Index, float X, float Y);
+    // X and Y: the mouse on the strip, in its own twips.
+    void Frame1_MouseMove(float X, float Y);
+    void Chkmail_MouseMove();
+    // Makes capture Index the current one in the main window; Rappel brings that window
+    // back to its normal state.
     void clickimage1(int16_t Index, bool Rappel);
+    void Txtordre_KeyDown(int Index, int16_t KeyCode);
+    // Moves capture Index to the position typed in its box.
+    void ReorgVign(int16_t Index);
+    void TimGif_Timer();
+    void LabGif_Click();
+    // The enlarged thumbnail under the mouse, 0 for none.
+    int Survol() const { return survol_; }
+    // The marquee's 20 cells.
+    std::wstring BuffGif;
 
     // The see-through colour of the window's background.
     static constexpr uint32_t kFondTransparent = 0xC0FFFF;
 
 protected:
     void Design() override;
+
+private:
+    void WireEvents();
+    // All thumbnails small again with their labels at offset 80; the marks too when
+    // `marques` is set.
+    void RetablirVignettes(bool marques);
+    // One capture's pictures, caption and fields copied from row `de` to row `vers`.
+    void CopierVignette(int de, int vers);
+    int survol_ = 0;
 };
 
 } // namespace mv

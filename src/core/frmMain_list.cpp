@@ -9,6 +9,8 @@
 #include "runtime/integer.h"
 #include "runtime/strings.h"
 
+#include <algorithm>
+
 namespace mv {
 
 namespace {
@@ -37,15 +39,17 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
         if (Image.Width() <= 0 || Image.Height() <= 0) return;
         app.HautCapt = Image.Height();
         app.LargCapt = Image.Width();
-        app.NbVignettes = rt::I16(app.NbVignettes + 1);
-        if (app.NbVignettes == 1) bouton[kCmdListe].SetBorderStyle(ui::kBorderFixedSingle);
-        const int n = app.NbVignettes;
+        // The row being filed, held here: a capture filed while this one waits in a box or
+        // in the event pump takes the next row, never this one.
+        const int n = app.NbVignettes + 1;
         if (n > 100) {
-            // The list is full: the capture is dropped, no file, no row.
+            // The list is full: the capture is dropped, no file, no row; the count never
+            // runs ahead of the rows.
             app.MsgBox(app.Lang(110));
-            app.NbVignettes = rt::I16(app.NbVignettes - 1);
             app.VignetteCourante = app.NbVignettes;
         } else {
+            app.NbVignettes = rt::I16(n);
+            if (n == 1) bouton[kCmdListe].SetBorderStyle(ui::kBorderFixedSingle);
             L.Image1.Load(n);
             L.Gimage1.Load(n);
             L.Lbldim.Load(n);
@@ -142,8 +146,10 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
             L.SetLeft(0);
             L.TimerCache.SetEnabled(true);
         }
-        auto& dernier = L.Gimage1[app.NbVignettes];
-        L.Frame1.SetHeight(dernier.Height() + dernier.Top() + 400);
+        if (L.WindowState() == ui::kNormal && app.NbVignettes > 0) {
+            auto& dernier = L.Gimage1[app.NbVignettes];
+            L.Frame1.SetHeight(std::max(0.0f, dernier.Height() + dernier.Top() + 400));
+        }
     } catch (...) {
         const rt::RuntimeError e = rt::CaughtError();
         app.MsgErreur(e);
@@ -243,10 +249,12 @@ void frmMain::SuppVignette(int16_t Numero) {
                 L.pictmail.Unload(dernier);
                 L.Chkmail.Unload(dernier);
                 L.Chksav.Unload(dernier);
-                L.Frame1.SetHeight(L.Height() - 1000);
+                // The count follows the rows at once.
+                app.tab.FichierV[dernier] = L"";
+                app.NbVignettes = rt::I16(dernier - 1);
+                if (L.WindowState() == ui::kNormal)
+                    L.Frame1.SetHeight(std::max(0.0f, L.Height() - 1000));
             }
-            app.tab.FichierV[app.NbVignettes] = L"";
-            if (app.NbVignettes > 0) app.NbVignettes = rt::I16(app.NbVignettes - 1);
             if (app.NbVignettes < 1) L.Hide();
         }
         // No other row becomes current: the caller or the user picks one.

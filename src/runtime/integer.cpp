@@ -1,6 +1,7 @@
 #include "runtime/integer.h"
 
 #include "runtime/errors.h"
+#include "runtime/strings.h"
 
 #include <cmath>
 
@@ -41,6 +42,22 @@ double Fix(double v) {
 
 double Int(double v) {
     return std::floor(v);
+}
+
+int16_t CIntText(std::wstring_view s) {
+    const std::wstring t = Trim(s);
+    size_t i = t.empty() || (t[0] != L'+' && t[0] != L'-') ? 0 : 1;
+    bool chiffre = false, point = false;
+    for (; i < t.size(); ++i) {
+        if (t[i] >= L'0' && t[i] <= L'9')
+            chiffre = true;
+        else if (t[i] == L'.' && !point)
+            point = true;
+        else
+            Raise(kTypeMismatch);
+    }
+    if (!chiffre) Raise(kTypeMismatch);
+    return CInt(Val(t));
 }
 
 } // namespace rt

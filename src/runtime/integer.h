@@ -3,12 +3,17 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace rt {
 
 // Double to Integer: rounds half to even (CInt(2.5) = 2, CInt(3.5) = 4); raises 6 outside
 // -32768..32767 or for NaN.
 int16_t CInt(double v);
+
+// A text as an Integer, as assigning it to an Integer variable does: a number with blanks
+// around it (sign, digits, one decimal point); anything else raises 13 (Type mismatch).
+int16_t CIntText(std::wstring_view s);
 
 // A whole number as a 16-bit Integer, for checked Integer arithmetic: I16(long long(a) + b).
 // Raises 6 outside -32768..32767.
