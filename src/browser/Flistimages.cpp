@@ -93,8 +93,11 @@ void Flistimages::Design() {
     Labflech.SetCaption(L"\u25C4");
     Labflech.SetTransparent(true);
     LabGif.Move(40, 200, 2000, 285);
-    LblcheckHlp.Move(40, 50, 2700, 500);
-    LblcheckHlp.SetBackColor(0xC0FFFF);
+    LabGif.SetFont({L"Arial", 9, true, false});
+    LabGif.SetForeColor(0x8B0000);
+    LblcheckHlp.Move(40, 50, 2700, 660);
+    // Light yellow, a shade off the see-through colour so that the hint stays readable.
+    LblcheckHlp.SetBackColor(0xE1FFFF);
     LblcheckHlp.SetVisible(false);
 }
 
@@ -114,6 +117,7 @@ void Flistimages::Form_Load() {
     SetLeft(0);
     Gimage1[0].SetTop(Image1[0].Top());
     LabGif.SetCaption(L"");
+    LabGif.SetBackColor(app.main->BackColor());
     // The marquee's cells: the first 20 characters of its text.
     BuffGif = app.Lang(216).substr(0, 20);
     BuffGif.resize(20, L' ');

@@ -58,6 +58,8 @@ public:
     void Txtordre_KeyDown(int Index, int16_t KeyCode);
     // Moves capture Index to the position typed in its box.
     void ReorgVign(int16_t Index);
+    // Every 100 ms: the marquee turns, and the slid-away window comes back when the mouse
+    // is on its strip.
     void TimGif_Timer();
     void LabGif_Click();
     // The enlarged thumbnail under the mouse, 0 for none.
@@ -78,6 +80,7 @@ private:
     void RetablirVignettes(bool marques);
     // One capture's pictures, caption and fields copied from row `de` to row `vers`.
     void CopierVignette(int de, int vers);
+    void RappelBande();
     int survol_ = 0;
 };
 

@@ -218,12 +218,24 @@ void Flistimages::ReorgVign(int16_t Index) {
 // ---- the marquee -------------------------------------------------------------------------
 
 void Flistimages::TimGif_Timer() {
+    RappelBande();
     if (BuffGif.size() != 20) return;
     const wchar_t premier = BuffGif[0];
     // Cells 1 to 19 move down by one; the kept cell goes last.
     BuffGif.erase(0, 1);
     BuffGif.push_back(premier);
     LabGif.SetCaption(BuffGif);
+}
+
+void Flistimages::RappelBande() {
+    // The strip left on the screen is the window's frame and the slider's edge, which get
+    // no mouse move of the form: the mouse anywhere on it brings the window back.
+    if (WindowState() != ui::kNormal || Left() >= 0 || !Visible()) return;
+    const auto ecran = app.Screen();
+    const ui::Point p = app.be.GetCursor().GetCursorPos();
+    if (p.x < ecran.PxX(Left() + Width()) && p.y >= ecran.PxY(Top()) &&
+        p.y < ecran.PxY(Top() + Height()))
+        Form_MouseMove();
 }
 
 void Flistimages::LabGif_Click() {

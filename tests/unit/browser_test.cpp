@@ -88,6 +88,11 @@ TEST_F(BrowserTest, WindowSlidesAwayAndTheStripBringsItBack) {
     EXPECT_EQ(l.Left(), 50 - l.Width());
     be.MouseMove(l, 10, 900);
     EXPECT_EQ(l.Left(), 0);
+    // The mouse anywhere on the strip, its frame included, brings it back too.
+    be.RunFor(40000);
+    be.cursor.pos = {1, 30};
+    be.RunFor(100);
+    EXPECT_EQ(l.Left(), 0);
     // The arrow sends it away at once; a thumbnail under the mouse keeps it.
     be.MouseMove(l.Labflech, 5, 5);
     EXPECT_EQ(l.Left(), 50 - l.Width());

@@ -1,0 +1,169 @@
+#!/usr/bin/env bash
+# Checks of the collection window under Wine: three captures of three kinds, the enlarged
+# picture under the mouse, choosing and moving a capture, the see-through background, the
+# window sliding away and back, and a bad position that costs no capture.
+# Usage: check_browser.sh BIN_DIR
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+source "$here/lib.sh"
+source "$here/program.sh"
+BIN=$(cd "${1:?usage: check_browser.sh BIN_DIR}" && pwd)
+
+wh_init browser
+wh_start_xvfb 1280x1024
+wh_show_picture
+wh_start_wine
+mv_use_prefix
+
+TPP=15 # twips per pixel at 96 DPI
+
+# list_origin: the top left corner of the collection window's client area, into LX LY.
+# Wine draws the tool window's own frame (3 pixels) and caption inside its X window.
+list_origin() {
+    LIST=$(xdotool search --onlyvisible --name '^Collection$' | head -1)
+    [[ -n "$LIST" ]] || { wh_reason "no collection window"; return 1; }
+    wh_window_geometry "$LIST" || return 1
+    LX=$((WH_X + 3)) LY=$((WH_Y + 19))
+}
+# thumb_centre N: the middle of thumbnail N of an unscrolled column, into TX TY.
+thumb_centre() {
+    TX=$((LX + (40 + 1450 / 2) / TPP))
+    TY=$((LY + (840 + ($1 - 1) * 1600 + 300) / TPP))
+}
+
+check_three_kinds() {
+    mv_start "$BIN" || return 1
+    # The whole screen, a zone (the default rectangle), the window of notepad.
+    mv_click_button 1
+    mv_new_capture 1 kind-e || return 1
+    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    mv_open_overlay || return 1
+    wh_key "$OVERLAY" Return || return 1
+    mv_new_capture 2 kind-z || return 1
+    wh_wait_window_gone "$OVERLAY" 10 || return 1
+    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    wh_launch -l winemine.log winemine
+    wh_find_window 'Mine' 20 || return 1
+    MINE=$WH_WID
+    _wh_xdo windowmove "$MINE" 600 500
+    sleep 1
+    wh_key_hold "$MINE" ctrl+f 0.4 || return 1
+    mv_new_capture 3 kind-f || return 1
+    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    sleep 1
+    list_origin || return 1
+    wh_screenshot three.png
+}
+
+# The enlarged picture of the zone: the capture shrunk by averaging into 1.7 times the
+# thumbnail (97 x 60 pixels), 400 twips above the thumbnail. Averaging differs from
+# ImageMagick's box filter by a unit here and there.
+check_hover() {
+    thumb_centre 2
+    wh_mouse_move "$TX" "$TY"
+    sleep 0.7
+    wh_screenshot hover.png
+    local w=$((97 * 17 / 10)) h=$((60 * 17 / 10))
+    convert "$WH_ART/kind-z.bmp" -filter box -resize "${w}x$h!" "$WH_ART/want-enlarged.png"
+    wh_screenshot enlarged.png "${w}x$h+$((LX + 3))+$((LY + (840 + 1600 - 400) / TPP))"
+    # Its caption stands over the picture's top right corner.
+    wh_diff_count "$WH_ART/enlarged.png" "$WH_ART/want-enlarged.png" --fuzz 4% \
+        --exclude 70x8+100+0 || return 1
+    ((WH_DIFF * 50 < w * h)) || { wh_reason "$WH_DIFF pixels of the enlarged picture differ"; return 1; }
+}
+
+# main_shows_zone NAME: the main window's view holds the zone capture pixel for pixel.
+main_shows_zone() {
+    wh_window_geometry "$MAIN" || return 1
+    wh_screenshot "$1.png" "420x260+$((WH_X + 3))+$((WH_Y + MENU_H + 500 / TPP))"
+    wh_assert_same "$1" "$WH_SHOT" "$WH_ART/kind-z.bmp"
+}
+
+# A click on the enlarged picture makes the zone current: the main window shows it.
+check_click_makes_current() {
+    wh_click root "$TX" "$TY" || return 1
+    sleep 1
+    main_shows_zone current-zone
+}
+
+# clear_hover: the mouse on the strip, right of the marquee: every thumbnail small again.
+clear_hover() {
+    wh_mouse_move $((LX + 150)) $((LY + 45))
+    sleep 0.3
+}
+
+# position_box N TEXT: types TEXT and Enter in the position box of thumbnail N.
+position_box() {
+    clear_hover
+    local x=$((LX + (2160 + 250) / TPP)) y=$((LY + (840 + ($1 - 1) * 1600 + 450 + 140) / TPP))
+    wh_click root "$x" "$y" || return 1
+    # The keys go where the X focus is: on the window, whose box has the click's focus.
+    wh_focus "$LIST" || return 1
+    _wh_xdo key --delay 30 End BackSpace BackSpace || return 1
+    _wh_xdo type --delay 30 "$2" || return 1
+    _wh_xdo key Return
+}
+
+# Typing 1 in the zone's box moves it first: thumbnail 1 now opens the zone.
+check_move_first() {
+    position_box 2 1 || return 1
+    sleep 1
+    wh_screenshot moved.png
+    thumb_centre 1
+    wh_mouse_move "$TX" "$TY"
+    sleep 0.5
+    wh_click root "$TX" "$TY" || return 1
+    sleep 1
+    main_shows_zone moved-zone
+}
+
+# "x" in a position box: the run-time error box; its OK, and the program goes on with its
+# three captures.
+error_box() { wh_find_window '^Mirovanta$' 1 && ERROR_BOX=$WH_WID; }
+check_bad_position() {
+    position_box 3 x || return 1
+    wh_wait_for "the error box" 10 error_box || return 1
+    wh_screenshot error-box.png
+    wh_key "$ERROR_BOX" Return || return 1
+    wh_wait_window_gone "$ERROR_BOX" 10 || return 1
+    sleep 1
+    kill -0 "$WH_PID_PROGRAM" 2>/dev/null || { wh_reason "the program ended"; return 1; }
+    (($(temp_files | wc -l) == 3)) || { wh_reason "$(temp_files | wc -l) captures left"; return 1; }
+}
+
+# Right of the strip the window is see-through: the screen shows the desktop there, and
+# the mouse is over the window below.
+check_see_through() {
+    local x=$((LX + 195)) y=$((LY + 300)) under
+    wh_mouse_move 640 900
+    sleep 0.5
+    wh_screenshot see-through.png "30x40+$x+$y"
+    convert "$WH_PICTURE" -crop "30x40+$x+$y" +repage "$WH_ART/want-see-through.png"
+    wh_assert_same see-through "$WH_SHOT" "$WH_ART/want-see-through.png" || return 1
+    wh_mouse_move $((x + 20)) $((y + 20))
+    sleep 0.3
+    under=$(xdotool getmouselocation --shell | sed -n 's/^WINDOW=//p')
+    [[ "$under" != "$LIST" ]] || { wh_reason "the collection window takes the mouse there"; return 1; }
+}
+
+# Left alone, the window slides away to its strip 40 s after the last capture; the mouse on
+# the strip brings it back. (Once a thumbnail had the mouse, the window stays until the next
+# capture.)
+list_away() { wh_window_geometry "$LIST" && ((WH_X < 0)); }
+list_back() { wh_window_geometry "$LIST" && ((WH_X >= 0)); }
+check_slides_away() {
+    wh_mouse_move 640 900
+    wh_wait_for "the window to slide away" 50 list_away || return 1
+    wh_screenshot slid-away.png
+    wh_mouse_move 1 300
+    wh_wait_for "the window to come back" 5 list_back || return 1
+}
+
+wh_check "three captures of three kinds stand in the collection" check_three_kinds
+wh_check "the window slides away and the strip brings it back" check_slides_away
+wh_check "the mouse over a thumbnail enlarges it" check_hover
+wh_check "a click on it makes the capture current in the main window" check_click_makes_current
+wh_check "1 and Enter in its position box moves the capture first" check_move_first
+wh_check "x and Enter in a position box: the error box, and the run goes on" check_bad_position
+wh_check "the background is see-through and lets the mouse through" check_see_through
+wh_finish
