@@ -147,9 +147,10 @@ void Flistimages::Form_Activate() {
     Labscroll.SetTop(RectSlide.Top() + RectSlide.Height() + 90);
 }
 
-void Flistimages::Form_QueryUnload(int& cancel, int) {
-    // No close: the window goes only with the main window.
-    if (!app.SortieDemandee) cancel = 1;
+void Flistimages::Form_QueryUnload(int& cancel, int unloadMode) {
+    // The user cannot close it while the program runs; the program's own unload and the end
+    // of the desktop session always pass.
+    if (unloadMode == ui::kFormControlMenu && !app.SortieDemandee) cancel = 1;
 }
 
 void Flistimages::Form_Resize() {

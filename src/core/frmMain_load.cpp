@@ -362,6 +362,7 @@ void frmMain::Form_QueryUnload(int& cancel, int unloadMode) {
         return;
     }
     if (unloadMode == ui::kAppWindows) {
+        app.SortieDemandee = true;
         // The session ends: save without asking, no time for the temporary files.
         if (app.NbVignettes > 0) {
             int16_t ok = -1;
@@ -420,6 +421,8 @@ void frmMain::quitprog() {
             if (ok == 0) return;
         }
     }
+    // From here the program ends: its windows let themselves be unloaded.
+    app.SortieDemandee = true;
     // A file already gone is skipped.
     for (int i = 1; i <= app.NbVignettes; ++i)
         pas([&] { rt::Kill(app.DossierTemp + L"\\" + app.tab.FichierV[i]); });
