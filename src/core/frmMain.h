@@ -117,6 +117,9 @@ public:
     void Form_MouseMove(const ui::MouseEvent& e);
     void TimerUnload_Timer();
     void quitprog();
+    // Called at the end of the load: captures of an earlier run that did not quit are
+    // offered back with one question, then filed as new captures or left marked.
+    void ReprendreCaptures();
 
     // ---- command dispatch
     void GestCommande(int Index, bool ParClavier);
@@ -172,6 +175,8 @@ private:
     void MajDefilement();
     void MajTitreListe();
     void PlaceToolbar();
+    // Files one old capture file through GestVignettes; true once its copy is written.
+    bool ReprendreFichier(const std::wstring& chemin);
     // The press flash: buttons that show a state keep their look, the others are let go.
     static bool GardeEnfonce(int Index);
     void RelacherBoutons();

@@ -224,6 +224,7 @@ void frmMain::Form_Load() {
         const rt::RuntimeError e = rt::CaughtError();
         app.MsgErreur(e);
     }
+    ReprendreCaptures();
 }
 
 void frmMain::PlaceToolbar() {

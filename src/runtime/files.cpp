@@ -171,4 +171,28 @@ void FileCopy(const std::wstring& src, const std::wstring& dst) {
     WriteFileBytes(dst, bytes.data(), bytes.size());
 }
 
+std::vector<std::wstring> FolderNames(const std::wstring& folder, bool subfolders) {
+    std::vector<std::wstring> names;
+    std::error_code ec;
+    for (fs::directory_iterator it(FolderPath(folder), ec), end; !ec && it != end;
+         it.increment(ec)) {
+        // An entry whose kind cannot be read is neither.
+        std::error_code sorte;
+        const bool voulu = subfolders ? it->is_directory(sorte) : it->is_regular_file(sorte);
+        if (!voulu || sorte) continue;
+#ifdef _WIN32
+        names.push_back(it->path().filename().wstring());
+#else
+        names.push_back(FromUtf8(it->path().filename().string()));
+#endif
+    }
+    return names;
+}
+
+int64_t FileWriteTicks(const std::wstring& path) {
+    std::error_code ec;
+    const auto t = fs::last_write_time(ToFsPath(path), ec);
+    return ec ? 0 : int64_t(t.time_since_epoch().count());
+}
+
 } // namespace rt

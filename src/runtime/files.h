@@ -73,4 +73,11 @@ void Kill(const std::wstring& path);
 // Copies src over dst. Raises 53 when src is missing, then as ReadFileBytes/WriteFileBytes.
 void FileCopy(const std::wstring& src, const std::wstring& dst);
 
+// Names of a folder's regular files (subfolders false) or of its subfolders, in no set
+// order. A folder that is missing or cannot be read has none; nothing raises.
+std::vector<std::wstring> FolderNames(const std::wstring& folder, bool subfolders);
+// The time a file was last written, in the file system's own ticks: only for ordering
+// files against each other. 0 when it cannot be read.
+int64_t FileWriteTicks(const std::wstring& path);
+
 } // namespace rt

@@ -300,6 +300,17 @@ TEST_F(RuntimeFiles, FoldersKillAndCopy) {
     EXPECT_EQ(ErrorOf([&] { rt::FileCopy(P(L"none.bmp"), dst); }), 53);
     EXPECT_EQ(ErrorOf([&] { rt::FileCopy(src, P(L"none\\x.bmp")); }), 76);
 
+    // Files and folders listed apart; a missing folder, or a file, lists nothing.
+    const std::vector<std::wstring> fichiers = rt::FolderNames(P(L""), false);
+    EXPECT_EQ(fichiers, std::vector<std::wstring>{L"copy.bmp"});
+    EXPECT_EQ(rt::FolderNames(P(L""), true), std::vector<std::wstring>{L"Vignettes_é"});
+    EXPECT_EQ(rt::FolderNames(sub, false), std::vector<std::wstring>{L"\u6f22.bmp"});
+    EXPECT_TRUE(rt::FolderNames(sub, true).empty());
+    EXPECT_TRUE(rt::FolderNames(P(L"none"), true).empty());
+    EXPECT_TRUE(rt::FolderNames(dst, false).empty());
+    EXPECT_NE(rt::FileWriteTicks(dst), 0);
+    EXPECT_EQ(rt::FileWriteTicks(P(L"none.bmp")), 0);
+
     rt::Kill(src);
     EXPECT_FALSE(rt::FileExists(src));
     EXPECT_EQ(ErrorOf([&] { rt::Kill(src); }), 53);

@@ -5,7 +5,11 @@
 #include "language/FrmChoixLng.h"
 #include "language/charge.h"
 #include "language/decode.h"
+#include "platform/gdi/bmp.h"
+#include "runtime/strings.h"
 
+#include <algorithm>
+#include <chrono>
 #include <fstream>
 
 namespace {
@@ -413,6 +417,136 @@ TEST_F(StartupTest, SessionEndAfterSavingShowsTheNoticeThreeSecondsAndKeepsTheTe
     for (const auto& e : std::filesystem::directory_iterator(root / "Personal"))
         jpeg += e.path().extension() == ".jpg";
     EXPECT_EQ(jpeg, 10);
+}
+
+// A picture of its own for each seed: no two stale captures look alike.
+gdi::Surface Motif(int w, int h, int graine) {
+    gdi::Surface s(w, h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) s.At(x, y) = gdi::Rgb(x * graine, y + graine, x ^ y);
+    return s;
+}
+
+// What a run that never quit leaves: its folder and capture files, written an hour
+// apart per folder so that the older run is the one named last.
+class StaleCapturesTest : public StartupTest {
+protected:
+    std::wstring Famille() const { return Dossier() + L"\\tempocapt"; }
+    void Depose(const std::wstring& dossier, const std::wstring& nom, const gdi::Surface& s,
+                int heuresAvant) {
+        if (!rt::DirExists(Dossier())) rt::MkDir(Dossier());
+        if (!rt::DirExists(dossier)) rt::MkDir(dossier);
+        const std::wstring chemin = dossier + L"\\" + nom;
+        if (s.Empty())
+            rt::WriteFileBytes(chemin, "BM\x10\0\0\0damaged", 13);
+        else
+            gdi::SaveBmp(s, chemin);
+        fs::last_write_time(rt::ToFsPath(chemin),
+                            fs::file_time_type::clock::now() - std::chrono::hours(heuresAvant));
+    }
+    static std::vector<std::wstring> Noms(const std::wstring& dossier) {
+        std::vector<std::wstring> v = rt::FolderNames(dossier, false);
+        std::sort(v.begin(), v.end());
+        return v;
+    }
+};
+
+TEST_F(StaleCapturesTest, YesFilesThemInTheOrderTakenSkipsDamagedOnesAndKeepsOthersFiles) {
+    MarkLanguage();
+    // The older run: captures 98, 99 and 100 (name order would put 100 first), one of
+    // them the whole screen.
+    const std::wstring ancien = Famille() + L"713";
+    const gdi::Surface zone = Motif(300, 200, 3), ecran = Motif(1024, 768, 5),
+                       haute = Motif(150, 400, 7), recente = Motif(64, 48, 11);
+    Depose(ancien, L"Captprov_H09301298.bmp", zone, 3);
+    Depose(ancien, L"Captprov_H09301299.bmp", ecran, 3);
+    Depose(ancien, L"Captprov_H093012100.bmp", haute, 3);
+    // The later run: one capture, one damaged, and a file the user put there.
+    Depose(Famille(), L"Captprov_H10150001.bmp", recente, 1);
+    Depose(Famille(), L"Captprov_H10150002.bmp", {}, 1);
+    rt::WriteFileBytes(Famille() + L"\\notes.txt", "mine", 4);
+    // Not of the family: the name goes on with more than digits.
+    Depose(Famille() + L"_copie", L"Captprov_H10150001.bmp", recente, 1);
+
+    Start();
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(274));
+    EXPECT_EQ(be.boxes[0].style, ui::kYesNo | ui::kQuestion);
+    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_TRUE(main->Visible());
+
+    ASSERT_EQ(app->NbVignettes, 4);
+    const gdi::Surface* attendues[] = {&zone, &ecran, &haute, &recente};
+    for (int i = 1; i <= 4; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(app->tab.FichierV[i], main->NomFichierProv(int16_t(i)));
+        EXPECT_TRUE(gdi::LoadBmp(TempFile(i)) == *attendues[i - 1]);
+        EXPECT_TRUE(list->Image1[i].Visible());
+        EXPECT_EQ(app->tab.TypeV[i], i == 2 ? L"e" : L"z");
+    }
+    EXPECT_EQ(list->Lbldim[2].Caption(), L"02 " + Entry(109));
+    EXPECT_EQ(TempFolderFiles().size(), 4u);
+    EXPECT_TRUE(app->TypeCapt.empty());
+
+    // The older folder went whole; the later one keeps what was not filed.
+    EXPECT_FALSE(rt::DirExists(ancien));
+    EXPECT_EQ(Noms(Famille()),
+              (std::vector<std::wstring>{L"Captprov_H10150002.bmp", L"notes.txt"}));
+    EXPECT_EQ(Noms(Famille() + L"_copie"), std::vector<std::wstring>{L"Captprov_H10150001.bmp"});
+
+    // The next capture follows them. After a proper quit, the damaged file alone asks
+    // nothing at the next start.
+    ClickButton(mv::kCmdEcran);
+    EXPECT_EQ(app->NbVignettes, 5);
+    EXPECT_EQ(app->tab.FichierV[5], main->NomFichierProv(5));
+    be.answers.push_back(ui::kNo);
+    EXPECT_THROW(main->quitprog(), headless::ProgramEnded);
+    auto autre = StartAnother();
+    EXPECT_TRUE(autre->be.boxes.empty());
+    EXPECT_EQ(autre->app->NbVignettes, 0);
+}
+
+TEST_F(StaleCapturesTest, NoLeavesThemAndTheNextStartsDoNotAskAgainUntilAnotherRunIsLost) {
+    MarkLanguage();
+    const std::wstring ancien = Famille() + L"042";
+    Depose(ancien, L"Captprov_H09301201.bmp", Motif(40, 30, 2), 2);
+    Depose(ancien, L"Captprov_H09301202.bmp", Motif(30, 40, 4), 2);
+    be.answers.push_back(ui::kNo);
+    Start();
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt, Entry(274));
+    EXPECT_EQ(app->NbVignettes, 0);
+    EXPECT_TRUE(TempFolderFiles().empty());
+    EXPECT_EQ(Noms(ancien),
+              (std::vector<std::wstring>{L"Captprov_H09301201.bmp", L"Captprov_H09301202.bmp",
+                                         L"declined.txt"}));
+
+    auto deuxieme = StartAnother();
+    EXPECT_TRUE(deuxieme->be.boxes.empty());
+    EXPECT_EQ(deuxieme->app->NbVignettes, 0);
+
+    // The first run is lost with a capture: only that one is asked about and filed.
+    ClickButton(mv::kCmdEcran);
+    const gdi::Surface perdue = gdi::LoadBmp(TempFile(1));
+    auto troisieme = StartAnother();
+    ASSERT_EQ(troisieme->be.boxes.size(), 1u);
+    ASSERT_EQ(troisieme->app->NbVignettes, 1);
+    EXPECT_TRUE(gdi::LoadBmp(troisieme->app->DossierTemp + L"\\" +
+                             troisieme->app->tab.FichierV[1]) == perdue);
+    EXPECT_FALSE(rt::DirExists(app->DossierTemp));
+    EXPECT_EQ(Noms(ancien).size(), 3u);
+}
+
+// The list holds 100: the 101st stays on the disk, with its folder, and no box says so.
+TEST_F(StaleCapturesTest, MoreThanTheListHoldsStopsAtItsLimitWithoutABox) {
+    const std::wstring ancien = Famille() + L"900";
+    for (int n = 1; n <= 101; ++n)
+        Depose(ancien, L"Captprov_H093012" + rt::Format(n, L"00") + L".bmp", Motif(4, 3, n), 1);
+    Start();
+    EXPECT_EQ(be.boxes.size(), 1u);
+    ASSERT_EQ(app->NbVignettes, 100);
+    EXPECT_TRUE(gdi::LoadBmp(TempFile(100)) == Motif(4, 3, 100));
+    EXPECT_EQ(Noms(ancien), std::vector<std::wstring>{L"Captprov_H093012101.bmp"});
 }
 
 } // namespace

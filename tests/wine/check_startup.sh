@@ -247,6 +247,47 @@ check_silent_shutter() {
     (($(mv_sound_bytes) == played)) || { wh_reason "a sound played"; return 1; }
 }
 
+# A run killed with two captures leaves them on the disk; the next start asks once, and Yes
+# brings them back into the list, pixel for pixel, and removes the old folder.
+check_killed_run_comes_back() {
+    # From a clean slate, whatever the program before left.
+    kill -9 "$PROGRAM" || true
+    wh_wait_exit "$PROGRAM" 15 || return 1
+    rm -rf "$APPDATA"/tempocapt*
+    printf '%s\r\nC:\\users\r\n' "$FIRST_LINE" > "$APPDATA/params.txt"
+    launch
+    wait_main ConstPRJA || return 1
+    local i
+    for i in 1 2; do
+        wh_key_hold "$MAIN" ctrl+e 0.3 || return 1
+        wh_wait_for "capture $i" 20 count_temp_files "$i" || return 1
+        sleep 1.5
+    done
+    kill -9 "$PROGRAM" || true
+    wh_wait_exit "$PROGRAM" 15 || return 1
+    sleep 1
+    local old=() new=()
+    mapfile -t old < <(temp_files)
+    ((${#old[@]} == 2)) || { wh_reason "${#old[@]} temporary files after the kill"; return 1; }
+    local old_dir
+    old_dir=$(dirname "${old[0]}")
+    cp "${old[0]}" "$WH_ART/lost-1.bmp"
+    cp "${old[1]}" "$WH_ART/lost-2.bmp"
+    launch
+    wh_wait_for "the question of the lost captures" 20 question_in_middle || return 1
+    sleep 0.5
+    wh_screenshot lost-captures-question.png
+    wh_key "$QUESTION" y || return 1
+    wh_find_window "^$(entry ConstPRJA 111)2$(entry ConstPRJA 112)\$" 20 || return 1
+    MAIN=$WH_WID
+    wh_wait_for "the old folder to go" 10 test ! -d "$old_dir" || return 1
+    mapfile -t new < <(temp_files)
+    ((${#new[@]} == 2)) || { wh_reason "${#new[@]} temporary files: ${new[*]}"; return 1; }
+    wh_screenshot lost-captures-back.png
+    wh_assert_same lost-1 "${new[0]}" "$WH_ART/lost-1.bmp" || return 1
+    wh_assert_same lost-2 "${new[1]}" "$WH_ART/lost-2.bmp"
+}
+
 wh_check "the first start shows the language chooser" check_chooser
 wh_check "the French flag writes spoken.txt and the main window comes up in French" check_french
 wh_check "params.txt holds the first-run line" check_first_run_settings
@@ -261,4 +302,5 @@ wh_check "No to the repair question ends the program and leaves params.txt as it
 wh_check "Yes to the repair question writes the repair file and ends the program" check_repair_yes
 wh_check "a short settings line starts without a box and Control+E captures" check_short_settings_line
 wh_check "with Silence set the shutter shows and plays nothing" check_silent_shutter
+wh_check "captures of a killed run come back at the next start after Yes" check_killed_run_comes_back
 wh_finish
