@@ -472,7 +472,7 @@ TEST_F(StaleCapturesTest, YesFilesThemInTheOrderTakenSkipsDamagedOnesAndKeepsOth
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].prompt, Entry(274));
     EXPECT_EQ(be.boxes[0].style, ui::kYesNo | ui::kQuestion);
-    EXPECT_EQ(be.fatalNumber, 0);
+    EXPECT_EQ(be.lastError, 0);
     EXPECT_TRUE(main->Visible());
 
     ASSERT_EQ(app->NbVignettes, 4);
