@@ -241,7 +241,7 @@ check_silent_shutter() {
     wait_main ConstPRJA || return 1
     local played
     played=$(mv_sound_bytes)
-    wh_key_hold "$MAIN" ctrl+e 0.3 || return 1
+    wh_key_hold "$MAIN" ctrl+e 0.6 || return 1
     mv_catch_shutter silent-shutter || return 1
     sleep 1
     (($(mv_sound_bytes) == played)) || { wh_reason "a sound played"; return 1; }
