@@ -93,7 +93,8 @@ void Flistimages::Image1_MouseDown(int Index, int Button) {
 }
 
 void Flistimages::clickimage1(int16_t Index, bool Rappel) {
-    if (Index < 1 || Index > app.NbVignettes) return;
+    // A capture under way owns the main window's pictures until it is filed.
+    if (Index < 1 || Index > app.NbVignettes || app.CaptureEnCours) return;
     frmMain& M = *app.main;
     if (M.WindowState() == ui::kMaximized) M.Form_KeyDown(27, 0);
     if (Rappel) M.SetWindowState(ui::kNormal);

@@ -159,6 +159,12 @@ TEST_F(BrowserTest, ClickMakesACaptureCurrentForBothKinds) {
     EXPECT_EQ(main->Picture2.Image().At(1, 1), gdi::Rgb(0, 0, 200));
     EXPECT_EQ(main->Height(), float(app->tab.HautFenV[2]));
 
+    // A click while a capture is under way waits for nothing and changes nothing.
+    app->CaptureEnCours = true;
+    be.MouseDown(l.Image1[1], 5, 5, ui::kLeftButton);
+    EXPECT_EQ(app->VignetteCourante, 2);
+    app->CaptureEnCours = false;
+
     // An entry 109 longer than 11 characters makes every capture a zone.
     app->lang.TabConst[109] = L"Whole screen!";
     l.Lbldim[1].SetCaption(L"01 " + app->lang.TabConst[109]);
