@@ -7,6 +7,8 @@
 #include "app/app.h"
 #include "platform/ui/form.h"
 
+#include <fstream>
+
 namespace mv {
 
 class frmMain : public ui::Form {
@@ -164,10 +166,16 @@ public:
     // Temporary file name of capture number n ("Captprov_" + TagHeure + "00").
     std::wstring NomFichierProv(int16_t n) const;
 
+    // The file beside the temporary folder (its name plus this) that marks it as the live
+    // run's: held open from start to quit, so that another copy of the program never takes
+    // that folder for a lost run's.
+    static constexpr wchar_t kVerrouSession[] = L".lock";
+
 protected:
     void Design() override;
 
 private:
+    std::ofstream verrouSession_;
     void WireEvents();
     // Both thumbnails of a new row, by halftone stretch of the source picture.
     void DessinerVignettes(ui::PictureBox& source, ui::PictureBox& img, ui::PictureBox& gimg);

@@ -167,6 +167,7 @@ void frmMain::Form_Load() {
     while (rt::DirExists(app.DossierTemp) || rt::FileExists(app.DossierTemp))
         app.DossierTemp += rt::Format(rt::Int(rnd.Rnd() * 999), L"000");
     rt::MkDir(app.DossierTemp);
+    verrouSession_.open(rt::ToFsPath(app.DossierTemp + kVerrouSession));
 
     const std::wstring dossier = app.be.GetShell().ProgramFolder();
     ImageList1.Clear();
@@ -424,6 +425,10 @@ void frmMain::quitprog() {
     }
     // From here the program ends: its windows let themselves be unloaded.
     app.SortieDemandee = true;
+    pas([&] {
+        verrouSession_.close();
+        rt::Kill(app.DossierTemp + kVerrouSession);
+    });
     // A file already gone is skipped.
     for (int i = 1; i <= app.NbVignettes; ++i)
         pas([&] { rt::Kill(app.DossierTemp + L"\\" + app.tab.FichierV[i]); });

@@ -88,6 +88,17 @@ std::vector<DossierOrphelin> ChercherOrphelins(const std::wstring& famille,
             continue;
         DossierOrphelin d{dansParent + nom, {}, 0};
         if (MemeTexte(d.chemin, courant) || rt::FileExists(d.chemin + L"\\" + kRefus)) continue;
+        // A run still going holds its mark open, and it cannot be deleted: that folder is
+        // another copy's, not a lost run's.
+        const std::wstring verrou = d.chemin + frmMain::kVerrouSession;
+        if (rt::FileExists(verrou)) {
+            try {
+                rt::Kill(verrou);
+            } catch (...) {
+                rt::CaughtError();
+                continue;
+            }
+        }
         for (const std::wstring& f : rt::FolderNames(d.chemin, false))
             if (FichierCapture(f)) d.fichiers.push_back(f);
         std::sort(d.fichiers.begin(), d.fichiers.end(), [](const auto& a, const auto& b) {

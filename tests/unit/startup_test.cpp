@@ -461,6 +461,8 @@ TEST_F(StaleCapturesTest, YesFilesThemInTheOrderTakenSkipsDamagedOnesAndKeepsOth
     Depose(ancien, L"Captprov_H09301298.bmp", zone, 3);
     Depose(ancien, L"Captprov_H09301299.bmp", ecran, 3);
     Depose(ancien, L"Captprov_H093012100.bmp", haute, 3);
+    // The mark of a live run, let go when that run died.
+    rt::WriteFileBytes(ancien + L".lock", "", 0);
     // The later run: one capture, one damaged, and a file the user put there.
     Depose(Famille(), L"Captprov_H10150001.bmp", recente, 1);
     Depose(Famille(), L"Captprov_H10150002.bmp", {}, 1);
@@ -490,6 +492,7 @@ TEST_F(StaleCapturesTest, YesFilesThemInTheOrderTakenSkipsDamagedOnesAndKeepsOth
 
     // The older folder went whole; the later one keeps what was not filed.
     EXPECT_FALSE(rt::DirExists(ancien));
+    EXPECT_FALSE(rt::FileExists(ancien + L".lock"));
     EXPECT_EQ(Noms(Famille()),
               (std::vector<std::wstring>{L"Captprov_H10150002.bmp", L"notes.txt"}));
     EXPECT_EQ(Noms(Famille() + L"_copie"), std::vector<std::wstring>{L"Captprov_H10150001.bmp"});
