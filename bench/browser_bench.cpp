@@ -2,6 +2,7 @@
 // process's resident memory once they are filed, one slider step (the column re-stacked)
 // and one hover (the enlarged picture shown, the others put back). Prints a table.
 #include "app/app.h"
+#include "bench_util.h"
 #include "browser/Flistimages.h"
 #include "core/frmMain.h"
 #include "platform/headless/headless.h"
@@ -17,17 +18,6 @@
 #include <unistd.h>
 
 namespace {
-
-double BestMs(const std::function<void()>& run, int n = 20) {
-    double best = 1e30;
-    for (int i = 0; i < n; ++i) {
-        auto t0 = std::chrono::steady_clock::now();
-        run();
-        auto t1 = std::chrono::steady_clock::now();
-        best = std::min(best, std::chrono::duration<double, std::milli>(t1 - t0).count());
-    }
-    return best;
-}
 
 // VmRSS of /proc/self/status, in megabytes.
 double ResidentMb() {
@@ -46,7 +36,8 @@ double ResidentMb() {
 
 int main() {
     namespace fs = std::filesystem;
-    const fs::path root = fs::temp_directory_path() / ("mirovanta-bench-" + std::to_string(getpid()));
+    const fs::path root =
+        fs::temp_directory_path() / ("mirovanta-bench-" + std::to_string(getpid()));
     fs::create_directories(root / "AppData" / "Mirovanta");
     fs::create_directories(root / "Personal");
     std::ofstream(root / "AppData" / "Mirovanta" / "spoken.txt") << "ConstPRJA\r\n";
@@ -73,9 +64,9 @@ int main() {
         const double apres = ResidentMb();
         mv::Flistimages& l = *app.list;
         int v = 1;
-        const double pas = BestMs([&] { l.Vscroll1.SetValue(v = v % 100 + 1); });
+        const double pas = BestMs([&] { l.Vscroll1.SetValue(v = v % 100 + 1); }, 20);
         int i = 1;
-        const double survol = BestMs([&] { l.Image1_MouseMove(i = i % 100 + 1); });
+        const double survol = BestMs([&] { l.Image1_MouseMove(i = i % 100 + 1); }, 20);
         std::printf("100 captures of 1920x1080 filed: %d rows, resident %.0f MB (%.0f MB before)\n",
                     app.NbVignettes, apres, avant);
         std::printf("slider step %.3f ms  hover %.3f ms\n", pas, survol);

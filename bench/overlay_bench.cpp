@@ -2,6 +2,7 @@
 // beside the bare desktop grab of the same size, and one mouse move while the rectangle is
 // dragged beside one full redraw of the frozen picture. Prints a table.
 #include "app/app.h"
+#include "bench_util.h"
 #include "overlay/FrmFull.h"
 #include "platform/headless/headless.h"
 
@@ -11,18 +12,6 @@
 #include <functional>
 
 namespace {
-
-// Best of n runs, in milliseconds.
-double BestMs(const std::function<void()>& run, int n = 5) {
-    double best = 1e30;
-    for (int i = 0; i < n; ++i) {
-        auto t0 = std::chrono::steady_clock::now();
-        run();
-        auto t1 = std::chrono::steady_clock::now();
-        best = std::min(best, std::chrono::duration<double, std::milli>(t1 - t0).count());
-    }
-    return best;
-}
 
 void Mesurer(int w, int h) {
     headless::Backend be;

@@ -2,13 +2,9 @@
 // current capture, moving a capture by its position box, and the marquee.
 #include "app_fixture.h"
 #include "platform/gdi/bmp.h"
+#include "test_util.h"
 
 namespace {
-
-constexpr float kTpp = 15;
-float Tw(int px) {
-    return float(px) * kTpp;
-}
 
 class BrowserTest : public AppTest {
 protected:

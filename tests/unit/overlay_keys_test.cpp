@@ -2,13 +2,9 @@
 // scrolling, the second screen and the seam of a double-height picture.
 #include "app_fixture.h"
 #include "platform/gdi/bmp.h"
+#include "test_util.h"
 
 namespace {
-
-constexpr float kTpp = 15;
-float Tw(int px) {
-    return float(px) * kTpp;
-}
 
 class OverlayKeysTest : public AppTest {
 protected:

@@ -2,14 +2,9 @@
 // the mouse, the handles, validation into a capture, multi-selection and reopening.
 #include "app_fixture.h"
 #include "platform/gdi/bmp.h"
+#include "test_util.h"
 
 namespace {
-
-constexpr float kTpp = 15; // twips per pixel of the test screen
-
-float Tw(int px) {
-    return float(px) * kTpp;
-}
 
 // A screen where every pixel differs from its neighbours, so that a shift shows.
 gdi::Surface Motif(int w, int h, int graine) {

@@ -5,6 +5,12 @@
 
 #include <functional>
 
+// Twips of a length in pixels on the tests' screens (96 DPI: 15 twips a pixel).
+constexpr float kTpp = 15;
+inline float Tw(int px) {
+    return float(px) * kTpp;
+}
+
 // The run-time error number that f raises, or 0 when it returns.
 inline int ErrorOf(const std::function<void()>& f) {
     try {

@@ -86,9 +86,10 @@ check_click_makes_current() {
     main_shows_zone current-zone
 }
 
-# clear_hover: the mouse on the strip, right of the marquee: every thumbnail small again.
+# clear_hover: the mouse on the strip, under the hint and right of the marquee: every
+# thumbnail small again.
 clear_hover() {
-    wh_mouse_move $((LX + 150)) $((LY + 45))
+    wh_mouse_move $((LX + 150)) $((LY + 52))
     sleep 0.3
 }
 

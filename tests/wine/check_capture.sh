@@ -220,8 +220,7 @@ check_multi_selection() {
     sleep 1
     (($(temp_files | wc -l) == 8)) || { wh_reason "a held Enter took $(($(temp_files | wc -l) - 7)) captures"; return 1; }
     wh_key "$OVERLAY" alt+F4 || return 1
-    wh_wait_window_gone "$OVERLAY" 10 || return 1
-    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    mv_back_to_main || return 1
     kill -0 "$WH_PID_PROGRAM" 2>/dev/null || { wh_reason "Alt+F4 ended the program"; return 1; }
     (($(temp_files | wc -l) == 8)) || { wh_reason "Alt+F4 took a capture"; return 1; }
     mv_click_button 8
@@ -302,12 +301,10 @@ check_keys() {
     convert "$WH_ART/before-keys.png" -crop "${w}x$h+$(((1280 - w + 5) / 2))+$(((1024 - h + 20) / 2 - 19))" \
         +repage "$WH_ART/want-keys.png"
     wh_assert_same keys "$WH_ART/keys.bmp" "$WH_ART/want-keys.png" || return 1
-    wh_wait_window_gone "$OVERLAY" 10 || return 1
-    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    mv_back_to_main || return 1
     mv_open_overlay || return 1
     wh_key "$OVERLAY" Escape || return 1
-    wh_wait_window_gone "$OVERLAY" 10 || return 1
-    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    mv_back_to_main || return 1
     sleep 1
     (($(temp_files | wc -l) == 1)) || { wh_reason "Escape left a capture"; return 1; }
     quit_discarding
@@ -345,12 +342,10 @@ check_long_page() {
     mv_new_capture 1 page-default || return 1
     convert "$WH_ART/page-top.png" -crop 420x260+431+383 +repage "$WH_ART/want-page-default.png"
     wh_assert_same page-default "$WH_ART/page-default.bmp" "$WH_ART/want-page-default.png" || return 1
-    wh_wait_window_gone "$OVERLAY" 10 || return 1
-    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    mv_back_to_main || return 1
     mv_open_overlay || return 1
     wh_key "$OVERLAY" Escape || return 1
-    wh_wait_window_gone "$OVERLAY" 10 || return 1
-    wh_wait_for "the main window" 10 wh_window_visible "$MAIN" || return 1
+    mv_back_to_main || return 1
     wh_show_picture "$WH_ART/page-scrolled.png"
     kill "$top_pid"
     wh_mouse_move 1240 300

@@ -28,7 +28,7 @@ launch() {
 wait_main() {
     wh_find_window "^Mirovanta - $(entry "$1" 210)\$" 20 || return 1
     MAIN=$WH_WID
-    sleep 1.5 # the opening animation brings the hotkeys alive
+    sleep 2 # the opening animation brings the hotkeys alive
 }
 quit_without_captures() {
     wh_key "$MAIN" ctrl+q || return 1
@@ -94,7 +94,7 @@ check_hotkey_whole_screen() {
     wh_screenshot before-hotkey.png
     local played
     played=$(mv_sound_bytes)
-    wh_key_hold "$NOTEPAD" ctrl+e 0.3 || return 1
+    wh_key_hold "$NOTEPAD" ctrl+e 0.6 || return 1
     # The shutter: the camera window and the whole sound.
     mv_catch_shutter shutter || return 1
     wh_wait_for "a temporary BMP" 20 count_temp_files 1 || return 1
@@ -223,7 +223,7 @@ check_short_settings_line() {
     if question_in_middle; then wh_reason "a box came up"; return 1; fi
     local before
     before=$(temp_files | wc -l)
-    wh_key_hold "$MAIN" ctrl+e 0.3 || return 1
+    wh_key_hold "$MAIN" ctrl+e 0.6 || return 1
     wh_wait_for "a capture" 20 count_temp_files $((before + 1)) || return 1
     sleep 1
     if question_in_middle; then wh_reason "a box came up after the capture"; return 1; fi
@@ -259,7 +259,7 @@ check_killed_run_comes_back() {
     wait_main ConstPRJA || return 1
     local i
     for i in 1 2; do
-        wh_key_hold "$MAIN" ctrl+e 0.3 || return 1
+        wh_key_hold "$MAIN" ctrl+e 0.6 || return 1
         wh_wait_for "capture $i" 20 count_temp_files "$i" || return 1
         sleep 1.5
     done
@@ -303,4 +303,20 @@ wh_check "Yes to the repair question writes the repair file and ends the program
 wh_check "a short settings line starts without a box and Control+E captures" check_short_settings_line
 wh_check "with Silence set the shutter shows and plays nothing" check_silent_shutter
 wh_check "captures of a killed run come back at the next start after Yes" check_killed_run_comes_back
+
+# A second copy started beside a running one does not take the running one's captures for
+# a lost run's: no question, and the first keeps its files.
+check_second_copy_asks_nothing() {
+    local first=$PROGRAM before
+    before=$(temp_files | wc -l)
+    launch
+    sleep 6
+    if question_in_middle; then wh_reason "the second copy offers the first one's captures"; return 1; fi
+    kill -9 "$PROGRAM" || true
+    wh_wait_exit "$PROGRAM" 15 || return 1
+    PROGRAM=$first WH_PID_PROGRAM=$first
+    kill -0 "$PROGRAM" 2>/dev/null || { wh_reason "the first copy ended"; return 1; }
+    (($(temp_files | wc -l) == before)) || { wh_reason "the first copy's captures changed"; return 1; }
+}
+wh_check "a second copy asks nothing about the running one's captures" check_second_copy_asks_nothing
 wh_finish

@@ -57,12 +57,20 @@ _wh_xdo() {
 wh_find_window() {
   local only=(--onlyvisible)
   if [[ ${1:-} == -a ]]; then only=(); shift; fi
-  local re=$1 timeout=${2:-10} out
-  if out=$(timeout "$timeout" xdotool search --sync "${only[@]}" --name "$re" 2>>"$WH_ART/xdotool.log"); then
-    WH_WID=${out%%$'\n'*}
-    wh_log "window /$re/: $WH_WID"
-    return 0
-  fi
+  local re=$1 timeout=${2:-10} out left
+  # xdotool can give up at once (a window going while it reads the tree): ask again until
+  # the time is out.
+  local deadline=$((SECONDS + ${timeout%.*} + 1))
+  while true; do
+    left=$((deadline - SECONDS))
+    ((left > 0)) || break
+    if out=$(timeout "$left" xdotool search --sync "${only[@]}" --name "$re" 2>>"$WH_ART/xdotool.log"); then
+      WH_WID=${out%%$'\n'*}
+      wh_log "window /$re/: $WH_WID"
+      return 0
+    fi
+    sleep 0.2
+  done
   wh_reason "no window titled /$re/ within ${timeout}s"
 }
 

@@ -47,7 +47,7 @@ mv_start() {
     WH_PID_PROGRAM=$WH_PID
     wh_find_window '^Mirovanta - ' 20 || return 1
     MAIN=$WH_WID
-    sleep 1.5 # the opening animation
+    sleep 2 # the opening animation
 }
 
 # mv_overlay_wid: the program's window with no title over the whole screen, into OVERLAY.
@@ -125,3 +125,8 @@ mv_sound_bytes() { stat -c %s "$WH_SOUND"; }
 # The sample bytes of the shutter sound: its WAV file less the 44-byte header.
 mv_shutter_sound_bytes() { echo $(($(stat -c %s "$BIN/camera.wav") - 44)); }
 
+# mv_back_to_main: waits for the overlay to go and the main window to come back.
+mv_back_to_main() {
+    wh_wait_window_gone "$OVERLAY" 10 || return 1
+    wh_wait_for "the main window" 10 wh_window_visible "$MAIN"
+}
