@@ -304,14 +304,18 @@ wh_check "a short settings line starts without a box and Control+E captures" che
 wh_check "with Silence set the shutter shows and plays nothing" check_silent_shutter
 wh_check "captures of a killed run come back at the next start after Yes" check_killed_run_comes_back
 
+second_main() {
+    [[ -n "$(xdotool search --all --onlyvisible --pid "$PROGRAM" --name '^Mirovanta - ' 2>/dev/null)" ]]
+}
 # A second copy started beside a running one does not take the running one's captures for
 # a lost run's: no question, and the first keeps its files.
 check_second_copy_asks_nothing() {
     local first=$PROGRAM before
     before=$(temp_files | wc -l)
     launch
-    sleep 6
-    if question_in_middle; then wh_reason "the second copy offers the first one's captures"; return 1; fi
+    # The question would come before its main window.
+    wh_wait_for "the second copy's main window" 20 second_main || return 1
+    wh_screenshot second-copy.png
     kill -9 "$PROGRAM" || true
     wh_wait_exit "$PROGRAM" 15 || return 1
     PROGRAM=$first WH_PID_PROGRAM=$first
