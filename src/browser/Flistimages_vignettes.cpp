@@ -103,13 +103,7 @@ void Flistimages::clickimage1(int16_t Index, bool Rappel) {
     const auto ecran = app.Screen();
     const std::wstring fichier = app.DossierTemp + L"\\" + app.tab.FichierV[Index];
     auto repeindre = [&](const gdi::Surface& src) {
-        const int l = ecran.PxX(Image1[Index].Width()), h = ecran.PxY(Image1[Index].Height());
-        gdi::StretchBlt(Image1[Index].Image(), 0, 0, l, h, src, 0, 0, src.Width(), src.Height(),
-                        gdi::kHalftone);
-        gdi::StretchBlt(Gimage1[Index].Image(), 0, 0, int(l * 1.7), int(h * 1.7), src, 0, 0,
-                        src.Width(), src.Height(), gdi::kHalftone);
-        Image1[Index].Refresh();
-        Gimage1[Index].Refresh();
+        M.DessinerVignettes(src, Image1[Index], Gimage1[Index]);
     };
     auto cocherZoom = [&](int k) {
         for (int i = 0; i <= 4; ++i) M.mnuzoomX[i].SetChecked(i == k);

@@ -163,6 +163,9 @@ public:
     // The narrowest the window gets: the width of 24 toolbar buttons.
     float LargeurMin() const { return 24 * bouton[0].Width(); }
 
+    // Both thumbnails of a row, by halftone stretch of the capture's picture.
+    void DessinerVignettes(const gdi::Surface& src, ui::PictureBox& img, ui::PictureBox& gimg);
+
     // Temporary file name of capture number n ("Captprov_" + TagHeure + "00").
     std::wstring NomFichierProv(int16_t n) const;
 
@@ -177,8 +180,6 @@ protected:
 private:
     std::ofstream verrouSession_;
     void WireEvents();
-    // Both thumbnails of a new row, by halftone stretch of the source picture.
-    void DessinerVignettes(ui::PictureBox& source, ui::PictureBox& img, ui::PictureBox& gimg);
     // Slider and count of the thumbnail window, and the caption that counts the captures.
     void MajDefilement();
     void MajTitreListe();

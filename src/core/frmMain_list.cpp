@@ -86,7 +86,7 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
             L.pictmail[n].SetTop(img.Top());
             L.Chkmail[n].SetTop(img.Top() + L.Lbldim[n].Height() + 100);
 
-            DessinerVignettes(Image, img, gimg);
+            DessinerVignettes(Image.Image(), img, gimg);
 
             app.NumCapt = rt::I16(app.NumCapt + 1);
             EnregVign(app, app.NumCapt, Image);
@@ -156,11 +156,11 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
     }
 }
 
-void frmMain::DessinerVignettes(ui::PictureBox& source, ui::PictureBox& img, ui::PictureBox& gimg) {
+void frmMain::DessinerVignettes(const gdi::Surface& src, ui::PictureBox& img,
+                                ui::PictureBox& gimg) {
     const auto ecran = app.Screen();
     const int largPx = ecran.PxX(img.Width());
     const int hautPx = ecran.PxY(img.Height());
-    const gdi::Surface& src = source.Image();
     gdi::StretchBlt(img.Image(), 0, 0, largPx, hautPx, src, 0, 0, src.Width(), src.Height(),
                     gdi::kHalftone);
     gdi::StretchBlt(gimg.Image(), 0, 0, int(largPx * 1.7), int(hautPx * 1.7), src, 0, 0,
