@@ -138,8 +138,16 @@ public:
     int32_t GaucheNormal = 0;
     std::wstring VueCourante;
 
-    // External editor hand-off.
+    // External editor hand-off: the capture file out for editing (empty when none), the
+    // editor started last and the file name watched for it, the caption before the edit,
+    // and the file's stamp when it was last read.
     std::wstring FichierEdite;
+    uint32_t PidEditeur = 0;
+    std::wstring NomEditeurLance;
+    std::wstring TitreAvantEdition;
+    int64_t EditeDate = 0;
+    int64_t EditeTaille = -1;
+    bool RechargeEnCours = false;
 
     // Saving.
     int16_t NbSavAppel = 0;

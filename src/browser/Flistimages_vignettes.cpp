@@ -98,7 +98,7 @@ void Flistimages::clickimage1(int16_t Index, bool Rappel) {
     frmMain& M = *app.main;
     if (M.WindowState() == ui::kMaximized) M.Form_KeyDown(27, 0);
     if (Rappel) M.SetWindowState(ui::kNormal);
-    if (PaintActif(app) && Index != app.NbVignettes) M.TimPaint.SetEnabled(false);
+    ChoixPendantEdition(app, Index);
 
     const auto ecran = app.Screen();
     const std::wstring fichier = app.DossierTemp + L"\\" + app.tab.FichierV[Index];

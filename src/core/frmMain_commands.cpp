@@ -28,6 +28,7 @@ void frmMain::WireEvents() {
     Timbouton.OnTimer = [this] { Timbouton_Timer(); };
     TimCurs.OnTimer = [this] { TimCurs_Timer(app); };
     Timdeja.OnTimer = [this] { Timdeja_Timer(app); };
+    TimPaint.OnTimer = [this] { TimPaint_Timer(app); };
     TimZoom.OnTimer = [this] { TimZoom_Timer(); };
     Timerclav.OnTimer = [this] { Timerclav_Timer(); };
     Timderoul.OnTimer = [this] { Timderoul_Timer(); };

@@ -201,6 +201,7 @@ void frmMain::SuppVignette(int16_t Numero) {
                 SetLeft(app.Screen().WidthTwips() - Width());
                 SetTop(0);
             }
+            EditionQuitteListe(app, app.DossierTemp + L"\\" + app.tab.FichierV[Numero]);
             SupprimerFichierProv(app.DossierTemp + L"\\" + app.tab.FichierV[Numero]);
 
             // Rows above the gap move down by one. Horodatage stays at its row number.

@@ -36,11 +36,23 @@ void Buttcopier(App& app);
 // any error end it without a word.
 void Imprimer(App& app);
 
-// The external editor. Empty until the editor hand-off is built.
+// The external editor. Opens the current capture's temporary file in the editor of the
+// settings (the system's paint program when it begins with a blank or cannot start).
 void MnuEditPaint_Click(App& app);
+// True while a process of that executable name runs (names compared bare, trimmed and
+// without regard to case).
+bool ProcessusActif(App& app, const std::wstring& Nom);
 // True while the external editor's process runs.
 bool PaintActif(App& app);
-// F5: the edited file comes back from the external editor.
+// F5: the edited file comes back into its capture, and into the view when it is current.
+// A file the editor is still writing leaves the picture as it is.
 void RafraichirEditeur(App& app);
+// Every 5 seconds while editing: reloads when the file changed, ends the edit when the
+// editor is gone.
+void TimPaint_Timer(App& app);
+// The user chose capture Index: an editor the program started on another capture ends.
+void ChoixPendantEdition(App& app, int16_t Index);
+// The capture whose temporary file is Fichier leaves the list: its edit ends.
+void EditionQuitteListe(App& app, const std::wstring& Fichier);
 
 } // namespace mv

@@ -166,6 +166,23 @@ public:
     virtual void Close() = 0;
 };
 
+// Programs this one starts, and the processes that run on the machine.
+class Processes {
+public:
+    virtual ~Processes() = default;
+    // Starts a command line (the program first, in quotes when its path holds blanks) with a
+    // ShowWindow style. Returns the process id, 0 when it cannot start. The process's handle
+    // is kept, so that End reaches this very process and never one that later gets its id.
+    virtual uint32_t Start(const std::wstring& commandLine, int showStyle) = 0;
+    // The executable file name of each running process ("mspaint.exe").
+    virtual std::vector<std::wstring> RunningNames() = 0;
+    // Ends a process that Start gave this id and waits up to a second for it to go. Nothing
+    // for an id Start never gave, or for a process that has ended on its own.
+    virtual void End(uint32_t id) = 0;
+    // The system folder ("C:\Windows\System32").
+    virtual std::wstring SystemFolder() = 0;
+};
+
 // Counts of the process's window-system objects (GetGuiResources), for leak checks.
 struct GuiResources {
     int gdiObjects = 0;

@@ -195,4 +195,10 @@ int64_t FileWriteTicks(const std::wstring& path) {
     return ec ? 0 : int64_t(t.time_since_epoch().count());
 }
 
+int64_t FileSize(const std::wstring& path) {
+    std::error_code ec;
+    const auto n = fs::file_size(ToFsPath(path), ec);
+    return ec ? -1 : int64_t(n);
+}
+
 } // namespace rt

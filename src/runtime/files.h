@@ -79,5 +79,7 @@ std::vector<std::wstring> FolderNames(const std::wstring& folder, bool subfolder
 // The time a file was last written, in the file system's own ticks: only for ordering
 // files against each other. 0 when it cannot be read.
 int64_t FileWriteTicks(const std::wstring& path);
+// The size of a file in bytes; -1 when it cannot be read.
+int64_t FileSize(const std::wstring& path);
 
 } // namespace rt

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Checks of the collection window under Wine: three captures of three kinds, the enlarged
 # picture under the mouse, choosing and moving a capture, the see-through background, the
-# window sliding away and back, and a bad position that costs no capture.
+# window sliding away and back, a bad position that costs no capture, and the external
+# editor: its edits coming back, and its end when another capture is chosen.
 # Usage: check_browser.sh BIN_DIR
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -72,11 +73,12 @@ check_hover() {
     ((WH_DIFF * 50 < w * h)) || { wh_reason "$WH_DIFF pixels of the enlarged picture differ"; return 1; }
 }
 
-# main_shows_zone NAME: the main window's view holds the zone capture pixel for pixel.
+# main_shows_zone NAME [PICTURE]: the main window's view holds the zone capture (or
+# PICTURE) pixel for pixel.
 main_shows_zone() {
     wh_window_geometry "$MAIN" || return 1
     wh_screenshot "$1.png" "420x260+$((WH_X + 3))+$((WH_Y + MENU_H + 500 / TPP))"
-    wh_assert_same "$1" "$WH_SHOT" "$WH_ART/kind-z.bmp"
+    wh_assert_same "$1" "$WH_SHOT" "${2:-$WH_ART/kind-z.bmp}"
 }
 
 # A click on the enlarged picture makes the zone current: the main window shows it.
@@ -160,6 +162,69 @@ check_slides_away() {
     wh_wait_for "the window to come back" 5 list_back || return 1
 }
 
+# The test editor stands in the prefix as the system's paint program; the setting names
+# "mspaint.exe", so the program finds it there.
+PAINT="$WH_PREFIX/drive_c/windows/system32/mspaint.exe"
+# Wine shows a process by the command it was started with.
+paints() { pgrep -fc 'mspaint\.exe' || true; }
+paint_runs() { (($(paints) >= 1)); }
+# box_up: a message box of the program is on the screen (probing, no failure recorded).
+box_up() { xdotool search --onlyvisible --name '^Mirovanta$' >/dev/null 2>&1; }
+caption_is() { [[ "$(wh_window_title "$MAIN")" == "$1" ]]; }
+EDITING="Mirovanta - capture open in Mspaint"
+
+# No paint program at all: one warning box, no other after its OK, the caption unchanged.
+check_no_editor() {
+    [[ ! -e "$PAINT" ]] || { wh_reason "the prefix has a paint program"; return 1; }
+    local titre
+    titre=$(wh_window_title "$MAIN")
+    mv_click_button 7
+    wh_wait_for "the warning box" 10 error_box || return 1
+    wh_screenshot no-editor.png
+    wh_key "$ERROR_BOX" Return || return 1
+    wh_wait_window_gone "$ERROR_BOX" 10 || return 1
+    sleep 2
+    ! box_up || { wh_reason "a second box"; return 1; }
+    caption_is "$titre" || { wh_reason "caption $(wh_window_title "$MAIN")"; return 1; }
+}
+
+# The Edit button opens the zone in the editor, which paints a red square and saves: the
+# view shows it within a tick of 5 s, and the caption comes back once the editor exits.
+check_editor_edits() {
+    cp "$BIN/testeditor.exe" "$PAINT"
+    echo 8 >"$PAINT.secs"
+    local titre
+    titre=$(wh_window_title "$MAIN")
+    convert "$WH_ART/kind-z.bmp" -fill red -draw 'rectangle 10,10 49,49' "$WH_ART/want-edited.png"
+    mv_click_button 7
+    wh_wait_for "the editing caption" 5 caption_is "$EDITING" || return 1
+    wh_wait_for "the editor" 5 paint_runs || return 1
+    grep -qF '\Captprov_' "$PAINT.log" || { wh_reason "editor given $(cat "$PAINT.log")"; return 1; }
+    wh_wait_for "the edit in the view" 12 main_shows_zone edited "$WH_ART/want-edited.png" || return 1
+    wh_wait_for "the caption back" 20 caption_is "$titre" || return 1
+}
+
+# Choosing another capture ends the editor the program started, and only that one: a paint
+# program started by someone else goes on.
+check_choice_ends_editor() {
+    echo 120 >"$PAINT.secs"
+    convert "$WH_ART/kind-z.bmp" "BMP3:$WH_TMP/other.bmp"
+    wh_launch -l other-paint.log "$PAINT" "$(winepath -w "$WH_TMP/other.bmp")"
+    local autre=$WH_PID
+    mv_click_button 7
+    wh_wait_for "our editor" 10 eval '(($(paints) >= 2))' || return 1
+    thumb_centre 2
+    clear_hover
+    wh_mouse_move "$TX" "$TY"
+    sleep 0.5
+    wh_click root "$TX" "$TY" || return 1
+    wh_wait_for "our editor to end" 5 eval '(($(paints) == 1))' || return 1
+    kill -0 "$autre" 2>/dev/null || { wh_reason "the other paint program ended"; return 1; }
+    # The edit is over: its caption has gone (the other paint program keeps the old one).
+    ! caption_is "$EDITING" || { wh_reason "still the editing caption"; return 1; }
+    kill "$autre" 2>/dev/null || true
+}
+
 wh_check "three captures of three kinds stand in the collection" check_three_kinds
 wh_check "the window slides away and the strip brings it back" check_slides_away
 wh_check "the mouse over a thumbnail enlarges it" check_hover
@@ -167,4 +232,7 @@ wh_check "a click on it makes the capture current in the main window" check_clic
 wh_check "1 and Enter in its position box moves the capture first" check_move_first
 wh_check "x and Enter in a position box: the error box, and the run goes on" check_bad_position
 wh_check "the background is see-through and lets the mouse through" check_see_through
+wh_check "Edit with no paint program: one warning, the caption unchanged" check_no_editor
+wh_check "the editor's red square comes back into the view" check_editor_edits
+wh_check "choosing another capture ends our editor and no other" check_choice_ends_editor
 wh_finish

@@ -4,6 +4,7 @@
 #include "platform/ui/form.h"
 #include "runtime/files.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -424,6 +425,49 @@ void WaveAudio::Close() {
     if (!open) return;
     open = false;
     ++closes;
+}
+
+namespace {
+
+// The program of a command line: the quoted first part, or everything up to the first blank.
+std::wstring ProgramOf(const std::wstring& commandLine) {
+    if (!commandLine.empty() && commandLine[0] == L'"') {
+        const size_t fin = commandLine.find(L'"', 1);
+        return commandLine.substr(1, fin == std::wstring::npos ? std::wstring::npos : fin - 1);
+    }
+    return commandLine.substr(0, commandLine.find(L' '));
+}
+
+} // namespace
+
+uint32_t Processes::Start(const std::wstring& commandLine, int showStyle) {
+    const std::wstring programme = ProgramOf(commandLine);
+    for (const auto& u : unstartable)
+        if (u == programme) return 0;
+    const size_t barre = programme.find_last_of(L'\\');
+    Started s{commandLine, showStyle, nextId_++,
+              barre == std::wstring::npos ? programme : programme.substr(barre + 1)};
+    started.push_back(s);
+    running.push_back(s.name);
+    return s.id;
+}
+
+void Processes::Exit(uint32_t id) {
+    for (const auto& s : started) {
+        if (s.id != id) continue;
+        const auto it = std::find(running.begin(), running.end(), s.name);
+        if (it != running.end()) running.erase(it);
+    }
+}
+
+void Processes::End(uint32_t id) {
+    for (const auto& s : started) {
+        if (s.id != id) continue;
+        const auto it = std::find(running.begin(), running.end(), s.name);
+        if (it == running.end()) return;
+        running.erase(it);
+        ended.push_back(id);
+    }
 }
 
 } // namespace headless

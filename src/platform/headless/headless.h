@@ -216,6 +216,33 @@ public:
     void Close() override;
 };
 
+// Processes that the test lists as running; Start adds the started program's file name,
+// End removes it again.
+class Processes : public platform::Processes {
+public:
+    struct Started {
+        std::wstring commandLine;
+        int showStyle = 0;
+        uint32_t id = 0;
+        std::wstring name; // the program's file name, from the command line
+    };
+    std::vector<Started> started;
+    std::vector<std::wstring> running;
+    std::vector<std::wstring> unstartable; // program paths that fail to start, as written
+    std::vector<uint32_t> ended;
+    std::wstring systemFolder = L"C:\\Windows\\System32";
+
+    uint32_t Start(const std::wstring& commandLine, int showStyle) override;
+    std::vector<std::wstring> RunningNames() override { return running; }
+    void End(uint32_t id) override;
+    std::wstring SystemFolder() override { return systemFolder; }
+    // The program exits on its own: its name leaves the running list.
+    void Exit(uint32_t id);
+
+private:
+    uint32_t nextId_ = 4000;
+};
+
 struct InputRecord {
     std::wstring prompt, title, defaultText;
 };
@@ -249,6 +276,7 @@ public:
     platform::Tray& GetTray() override { return tray; }
     platform::Printer& GetPrinter() override { return printer; }
     platform::WaveAudio& GetWaveAudio() override { return audio; }
+    platform::Processes& GetProcesses() override { return processes; }
     platform::GuiResources GuiResourceCounts() override { return {}; }
 
     // --- the test's side
@@ -262,6 +290,7 @@ public:
     Tray tray;
     Printer printer;
     WaveAudio audio;
+    Processes processes;
 
     // Virtual time in milliseconds since the start date below; each DoEvents moves it.
     int64_t nowMs = 0;

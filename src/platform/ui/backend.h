@@ -70,6 +70,7 @@ public:
     virtual platform::Tray& GetTray() = 0;
     virtual platform::Printer& GetPrinter() = 0;
     virtual platform::WaveAudio& GetWaveAudio() = 0;
+    virtual platform::Processes& GetProcesses() = 0;
     virtual platform::GuiResources GuiResourceCounts() = 0;
 
     // Runs just before the program ends by End (the main form's Terminate).

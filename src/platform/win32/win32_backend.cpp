@@ -69,6 +69,7 @@ Win32Backend::Win32Backend() {
     tray_ = MakeTray();
     printer_ = MakePrinter();
     audio_ = MakeWaveAudio();
+    processes_ = MakeProcesses();
 }
 
 Win32Backend::~Win32Backend() {

@@ -39,6 +39,7 @@ public:
     platform::Tray& GetTray() override { return *tray_; }
     platform::Printer& GetPrinter() override { return *printer_; }
     platform::WaveAudio& GetWaveAudio() override { return *audio_; }
+    platform::Processes& GetProcesses() override { return *processes_; }
     platform::GuiResources GuiResourceCounts() override;
 
     // The main loop: runs until the last form is gone or the program ends.
@@ -66,6 +67,7 @@ private:
     std::unique_ptr<platform::Tray> tray_;
     std::unique_ptr<PrinterDevice> printer_;
     std::unique_ptr<platform::WaveAudio> audio_;
+    std::unique_ptr<platform::Processes> processes_;
     // Last, so that it is destroyed first: no timer outlives the services.
     WindowHandleOwner timerWindow_;
 };
@@ -77,6 +79,8 @@ std::unique_ptr<platform::Keyboard> MakeKeyboard();
 std::unique_ptr<platform::Clipboard> MakeClipboard();
 std::unique_ptr<platform::Shell> MakeShell();
 std::unique_ptr<platform::WaveAudio> MakeWaveAudio();
+// Started programs and the running list, in win32_process.cpp.
+std::unique_ptr<platform::Processes> MakeProcesses();
 // The GDI+ codec, in win32_codec.cpp; the notification-area icon, in win32_tray.cpp.
 std::unique_ptr<platform::ImageCodec> MakeCodec();
 std::unique_ptr<platform::Tray> MakeTray();
