@@ -108,13 +108,25 @@ void Flistimages::clickimage1(int16_t Index, bool Rappel) {
     auto cocherZoom = [&](int k) {
         for (int i = 0; i <= 4; ++i) M.mnuzoomX[i].SetChecked(i == k);
     };
-    // The caption tells the kind: the whole screen's text from its fourth character.
-    if (rt::Mid(Lbldim[Index].Caption(), 4, 11) == app.Lang(109)) {
+    // Reduced to the toolbar, the window stays so: the view waits and the sizes are kept
+    // for the way back.
+    auto dimensionner = [&](float haut, float larg) {
+        if (M.EtatNormal()) {
+            M.SetHeight(haut);
+            M.SetWidth(larg);
+        } else if (app.ModeReduit) {
+            app.HautNormal = rt::CLng(haut);
+            app.LargNormal = rt::CLng(larg);
+        }
+    };
+    if (app.tab.TypeV[Index] == L"e") {
         // A missing file raises here, before anything of the view changes.
         const gdi::Surface image = gdi::LoadBmp(fichier);
         M.Picture2.SetVisible(false);
-        M.ImgTTscreen.SetVisible(true);
+        M.ImgTTscreen.SetVisible(!app.ModeReduit);
+        app.VueCourante = L"image";
         M.Picture1.SetPicture(image);
+        M.Picture2S.SetPicture(image);
         M.ImgTTscreen.Cls();
         const float largeur = float(rt::Int(ecran.WidthTwips() / 1.7));
         const float hauteur = float(rt::Int(ecran.HeightTwips() / 1.7));
@@ -123,24 +135,19 @@ void Flistimages::clickimage1(int16_t Index, bool Rappel) {
         M.ImgTTscreen.Refresh();
         repeindre(image);
         M.ImgTTscreen.Move(50, 500, largeur, hauteur);
-        if (M.WindowState() == ui::kNormal) {
-            M.SetWidth(M.ImgTTscreen.Width() + 180);
-            M.SetHeight(M.ImgTTscreen.Height() + 1400);
-        }
+        dimensionner(M.ImgTTscreen.Height() + 1400, M.ImgTTscreen.Width() + 180);
         cocherZoom(2);
         app.TypeCapt = L"e";
     } else {
         const gdi::Surface image = gdi::LoadBmp(fichier);
         M.ImgTTscreen.SetVisible(false);
-        M.Picture2.SetVisible(true);
+        M.Picture2.SetVisible(!app.ModeReduit);
+        app.VueCourante = L"picture";
         M.Picture2.SetPicture(image);
         repeindre(image);
         M.Picture2S.SetPicture(M.Picture2.Image());
         M.Picture2.Move(50, 500, float(app.tab.LargV[Index]), float(app.tab.HautV[Index]));
-        if (M.WindowState() == ui::kNormal) {
-            M.SetHeight(float(app.tab.HautFenV[Index]));
-            M.SetWidth(float(app.tab.LargFenV[Index]));
-        }
+        dimensionner(float(app.tab.HautFenV[Index]), float(app.tab.LargFenV[Index]));
         cocherZoom(3);
         app.TypeCapt = L"z";
     }
@@ -148,7 +155,7 @@ void Flistimages::clickimage1(int16_t Index, bool Rappel) {
     if (!PaintActif(app))
         M.SetCaption(app.Lang(130) + std::to_wstring(Index) + L" / " +
                      std::to_wstring(app.NbVignettes));
-    if (M.WindowState() == ui::kNormal) M.SetLeft(ecran.WidthTwips() - M.Width());
+    if (M.EtatNormal()) M.SetLeft(ecran.WidthTwips() - M.Width());
     M.Labtaille.SetCaption(app.tab.DimV[Index]);
     M.Labtaill2.SetVisible(false);
     for (int n = 1; n <= app.NbVignettes; ++n) Image1[n].SetBorderStyle(ui::kBorderNone);

@@ -33,6 +33,8 @@ public:
     ui::Label Labdeja2{this, L"Labdeja2"};
     ui::Label LabDoubleClick{this, L"LabDoubleClick"};
     ui::Line Line1{this, L"Line1"};
+    // The rubber band of a drag on Picture1.
+    ui::Shape rectsel{this, L"rectsel"};
     ui::CommonDialog CDlg1{this, L"CDlg1"};
 
     ui::Timer Timbouton{this, L"Timbouton", 200, false};
@@ -154,6 +156,19 @@ public:
     void Agrandred();
     void Timderoul_Timer();
     void Timlabdeb_Timer();
+    // The window shows its view: in the normal state and not reduced to the toolbar.
+    bool EtatNormal() const { return WindowState() == ui::kNormal && !app.ModeReduit; }
+    void Picture2_MouseMove(float X, float Y);
+    void Picture1_MouseDown(int Button, float X, float Y);
+    void Picture1_MouseMove(float X, float Y);
+    void Picture1_MouseUp();
+    bool EnSelection = false;
+
+    // ---- tray and standby
+    void mnuveille_Click();
+    void Mnured2_Click();
+    // The windows are shown again: the standby entry gets its usual caption back.
+    void FinVeille();
 
     // ---- hotkeys
     void Timerclav_Timer();
@@ -192,6 +207,7 @@ private:
     int16_t BoutonSurvole = 0;
     bool SurvolActif = false;
     double PosLabDeb = 0;
+    float selDebutX_ = 0, selDebutY_ = 0, selDroitX_ = 0, selDroitY_ = 0;
 };
 
 } // namespace mv

@@ -70,6 +70,14 @@ void frmMain::WireEvents() {
     MnuCaptper.OnClick = [this] { MnuCaptper_Click(app); };
     MnuChgLang.OnClick = [this] { MnuChgLang_Click(app); };
     mnuzoomX.OnClick = [this](int i) { mnuzoomX_Click(int16_t(i)); };
+    mnuveille.OnClick = [this] { mnuveille_Click(); };
+    Mnured2.OnClick = [this] { Mnured2_Click(); };
+    Picture2.OnMouseMove = [this](const ui::MouseEvent& e) { Picture2_MouseMove(e.x, e.y); };
+    Picture1.OnMouseDown = [this](const ui::MouseEvent& e) {
+        Picture1_MouseDown(e.button, e.x, e.y);
+    };
+    Picture1.OnMouseMove = [this](const ui::MouseEvent& e) { Picture1_MouseMove(e.x, e.y); };
+    Picture1.OnMouseUp = [this](const ui::MouseEvent&) { Picture1_MouseUp(); };
 }
 
 void frmMain::bouton_Click(int Index) {
@@ -215,6 +223,8 @@ void frmMain::GestCommande(int Index, bool parClavier) {
                 bouton[kCmdListe].SetBorderStyle(ui::kBorderNone);
             } else {
                 app.list->SetWindowState(ui::kNormal);
+                // Hidden by standby or by the last capture's road: brought up as well.
+                app.list->SetVisible(true);
                 bouton[kCmdListe].SetBorderStyle(ui::kBorderFixedSingle);
             }
             break;

@@ -39,6 +39,8 @@ void frmMain::Design() {
         p->SetVisible(false);
         p->SetBackColor(0xFFFFFF);
     }
+    // The unseen source of the view takes the size of each capture it holds.
+    Picture2S.autoSize = true;
     PictSave.Move(30, 500, 240, 225);
     PictSave.SetVisible(false);
     PictReserv.SetVisible(false);
@@ -51,6 +53,9 @@ void frmMain::Design() {
     Labtaill2.Move(0, 0, 2500, 255);
     Labtaill2.SetVisible(false);
     Labtaill2.SetBackColor(0xE1FFFF);
+    rectsel.SetContainer(&Picture1);
+    rectsel.SetBorderColor(0x0000FF);
+    rectsel.SetVisible(false);
     for (ui::Label* l : {&Labdeja, &Labdeja2}) {
         l->Move(50, 50, 3200, 300);
         l->SetVisible(false);
@@ -352,10 +357,6 @@ void frmMain::Timlabdeb_Timer() {
         PosLabDeb = 0;
         Timlabdeb.SetEnabled(false);
     }
-}
-
-void frmMain::Form_MouseMove(const ui::MouseEvent&) {
-    LabDoubleClick.SetVisible(false);
 }
 
 void frmMain::Form_QueryUnload(int& cancel, int unloadMode) {

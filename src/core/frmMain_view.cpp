@@ -21,8 +21,8 @@ void frmMain::MefImageF(int16_t Mode) {
         Picture1.SetVisible(false);
         ImgTTscreen.SetLeft(20);
         ImgTTscreen.SetTop(500);
-        ImgTTscreen.SetVisible(true);
-        if (WindowState() == ui::kNormal) {
+        ImgTTscreen.SetVisible(!app.ModeReduit);
+        if (EtatNormal()) {
             SetHeight(ImgTTscreen.Height() + 1400);
             SetWidth(ImgTTscreen.Width() + 180);
             SetLeft(ecran.WidthTwips() - Width());
@@ -39,20 +39,29 @@ void frmMain::MefImageF(int16_t Mode) {
                         ecran.PxY(ImgTTscreen.Height()), Picture1.Image(), 0, 0,
                         ecran.PxX(Picture1.Width()), ecran.PxY(Picture1.Height()), gdi::kHalftone);
         ImgTTscreen.Refresh();
-        Picture2S.SetPicture(ImgTTscreen.Image());
+        // The capture at full size: every zoom starts from it.
+        Picture2S.SetPicture(Picture1.Image());
     } else {
-        Picture2.SetVisible(true);
         Picture1.SetVisible(false);
         Picture2.Move(20, 500, Picture1.Width(), Picture1.Height());
-        Picture2.SetVisible(true);
+        // Reduced to the toolbar, the view waits to be shown again.
+        Picture2.SetVisible(!app.ModeReduit);
+        app.VueCourante = L"picture";
         Picture2.Cls();
         Picture2.SetPicture(Picture1.Image());
         Picture2.SetWidth(app.LargCapt);
         Picture2.SetHeight(app.HautCapt);
         ImgTTscreen.SetVisible(false);
-        SetHeight(Picture2.Height() + 1400);
-        SetWidth(largeurMin < Picture2.Width() ? Picture2.Width() + 180 : largeurMin);
-        SetLeft(ecran.WidthTwips() - Width());
+        const float haut = Picture2.Height() + 1400;
+        const float larg = largeurMin < Picture2.Width() ? Picture2.Width() + 180 : largeurMin;
+        if (app.ModeReduit) {
+            app.HautNormal = rt::CLng(haut);
+            app.LargNormal = rt::CLng(larg);
+        } else {
+            SetHeight(haut);
+            SetWidth(larg);
+            SetLeft(ecran.WidthTwips() - Width());
+        }
         app.LargCapt = Picture2.Width();
         app.HautCapt = Picture2.Height();
         Picture2S.SetPicture(Picture2.Image());
@@ -60,36 +69,44 @@ void frmMain::MefImageF(int16_t Mode) {
 }
 
 void frmMain::mnuzoomX_Click(int16_t Index) {
-    mnuzoomX[Index].SetChecked(true);
+    // One entry ticked: the factor applied.
+    for (int i = 0; i <= 4; ++i) mnuzoomX[i].SetChecked(i == Index);
     const double facteur = Index >= 0 && Index <= 4 ? kFacteursZoom[Index] : 0;
     const auto ecran = app.Screen();
     const float largeurMin = LargeurMin();
 
     auto zoomer = [&](ui::PictureBox& vue) {
-        if (facteur != 1.0) {
-            vue.SetWidth(float(Picture2S.Width() * facteur));
-            vue.SetHeight(float(Picture2S.Height() * facteur));
-            const gdi::Surface& src = Picture2S.Picture();
+        // Always from the capture at full size; the view takes its new size first.
+        const gdi::Surface& src = Picture2S.Picture();
+        vue.SetWidth(float(Picture2S.Width() * facteur));
+        vue.SetHeight(float(Picture2S.Height() * facteur));
+        if (facteur == 1.0) {
+            vue.SetPicture(src);
+        } else {
             const int largDest = int(src.Width() * facteur);
             const int hautDest = int(src.Height() * facteur);
+            // Shrinking averages; enlarging keeps each pixel a sharp square.
             gdi::StretchBlt(vue.Image(), 0, 0, largDest, hautDest, src, 0, 0, src.Width(),
-                            src.Height(), gdi::kHalftone);
-        } else {
-            vue.SetPicture(Picture2S.Picture());
+                            src.Height(), facteur < 1 ? gdi::kHalftone : gdi::kColorOnColor);
         }
         vue.Refresh();
-        if (WindowState() == ui::kNormal) {
-            if (largeurMin < vue.Width()) {
-                SetWidth(vue.Width() + 180);
-                SetLeft(ecran.WidthTwips() - Width() - 50);
-            } else {
-                SetWidth(largeurMin);
-            }
-            SetHeight(vue.Height() + 1430);
+        const float larg = largeurMin < vue.Width() ? vue.Width() + 180 : largeurMin;
+        const float haut = vue.Height() + 1430;
+        if (EtatNormal()) {
+            SetWidth(larg);
+            if (largeurMin < vue.Width()) SetLeft(ecran.WidthTwips() - Width() - 50);
+            SetHeight(haut);
+        } else if (app.ModeReduit) {
+            // Reduced to the toolbar: the size to come back to.
+            app.HautNormal = rt::CLng(haut);
+            app.LargNormal = rt::CLng(larg);
         }
     };
-    if (Picture2.Visible()) zoomer(Picture2);
-    if (ImgTTscreen.Visible()) {
+    // In reduced mode the view is hidden; the one to show again is zoomed all the same.
+    const bool image = app.ModeReduit ? app.VueCourante == L"image" : ImgTTscreen.Visible();
+    const bool picture = app.ModeReduit ? app.VueCourante == L"picture" : Picture2.Visible();
+    if (picture) zoomer(Picture2);
+    if (image) {
         ImgTTscreen.Cls();
         zoomer(ImgTTscreen);
     }
@@ -97,8 +114,7 @@ void frmMain::mnuzoomX_Click(int16_t Index) {
 
 void frmMain::TimZoom_Timer() {
     const auto ecran = app.Screen();
-    for (int i = 1; i <= 4; ++i) mnuzoomX[i].SetChecked(false);
-    mnuzoomX[3].SetChecked(true);
+    for (int i = 0; i <= 4; ++i) mnuzoomX[i].SetChecked(i == 3);
     app.DoEvents();
     int16_t pas = 3;
     while (pas > 0 && (Picture2.Width() - 500 > ecran.WidthTwips() ||
@@ -106,7 +122,7 @@ void frmMain::TimZoom_Timer() {
         pas = int16_t(pas - 1);
         mnuzoomX_Click(pas);
     }
-    if (WindowState() == ui::kNormal) SetLeft(ecran.WidthTwips() - Width());
+    if (EtatNormal()) SetLeft(ecran.WidthTwips() - Width());
     TimZoom.SetEnabled(false);
 }
 

@@ -148,7 +148,7 @@ void RafraichirEditeur(App& app) {
     M.DessinerVignettes(image, L.Image1[ligne], L.Gimage1[ligne]);
     if (ligne != app.VignetteCourante) return;
 
-    if (rt::Mid(L.Lbldim[ligne].Caption(), 4, 11) == app.Lang(109)) {
+    if (app.tab.TypeV[ligne] == L"e") {
         M.Picture1.SetPicture(image);
         M.Picture2S.SetPicture(image);
         gdi::StretchBlt(M.ImgTTscreen.Image(), 0, 0, ecran.PxX(M.ImgTTscreen.Width()),
@@ -156,9 +156,11 @@ void RafraichirEditeur(App& app) {
                         image.Height(), gdi::kHalftone);
         M.ImgTTscreen.Refresh();
     } else {
+        M.Picture2.SetWidth(float(app.tab.LargV[ligne]));
+        M.Picture2.SetHeight(float(app.tab.HautV[ligne]));
         M.Picture2.SetPicture(image);
         M.Picture2S.SetPicture(image);
-        if (M.WindowState() == ui::kNormal) {
+        if (M.EtatNormal()) {
             M.SetHeight(M.Picture2.Height() + 1430);
             M.PosDimRedMain();
         }

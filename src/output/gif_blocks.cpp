@@ -44,7 +44,8 @@ bool TableLocaleEnGlobale(std::vector<uint8_t>& g) {
 
     std::vector<uint8_t> table(g.begin() + std::ptrdiff_t(debutTable),
                                g.begin() + std::ptrdiff_t(debutTable + taille));
-    g.erase(g.begin() + std::ptrdiff_t(debutTable), g.begin() + std::ptrdiff_t(debutTable + taille));
+    g.erase(g.begin() + std::ptrdiff_t(debutTable),
+            g.begin() + std::ptrdiff_t(debutTable + taille));
     // The image keeps its interlace bit; its table flag, sort bit and size go.
     g[i + 9] = uint8_t(drapeaux & 0x40);
     // Global table of the same size, colour resolution 8 bits.

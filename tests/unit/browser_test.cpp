@@ -161,12 +161,13 @@ TEST_F(BrowserTest, ClickMakesACaptureCurrentForBothKinds) {
     EXPECT_EQ(app->VignetteCourante, 2);
     app->CaptureEnCours = false;
 
-    // An entry 109 longer than 11 characters makes every capture a zone.
+    // The kind is the capture's own, whatever the caption: a long entry 109 changes nothing.
     app->lang.TabConst[109] = L"Whole screen!";
     l.Lbldim[1].SetCaption(L"01 " + app->lang.TabConst[109]);
     be.MouseDown(l.Image1[1], 5, 5, ui::kLeftButton);
-    EXPECT_TRUE(main->Picture2.Visible());
-    EXPECT_EQ(app->TypeCapt, L"z");
+    EXPECT_TRUE(main->ImgTTscreen.Visible());
+    EXPECT_EQ(app->TypeCapt, L"e");
+    EXPECT_TRUE(main->Picture2S.Picture() == gdi::LoadBmp(TempFile(1)));
 
     // A file gone behind the program's back: the error box, and the run goes on.
     rt::Kill(TempFile(2));

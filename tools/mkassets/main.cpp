@@ -1,5 +1,7 @@
 // mkassets OUTPUT_DIR: draws the toolbar bitmaps, the language chooser's flags and the shutter
-// sound and picture installed beside the program. Exits non-zero with a message when a file cannot be written.
+// sound and picture installed beside the program, and the program's icon. Exits non-zero with a
+// message when a file cannot be written.
+#include "appicon.h"
 #include "flags.h"
 #include "icons.h"
 #include "platform/gdi/bmp.h"
@@ -53,5 +55,7 @@ int main(int argc, char** argv) {
     // The language chooser's flags.
     write("flagfr.bmp", gdi::EncodeBmp(mk::FlagFrench(), 24));
     write("flagen.bmp", gdi::EncodeBmp(mk::FlagBritish(), 24));
+    // The program's icon, for the executable, its windows and the notification area.
+    write("mirovanta.ico", mk::ProgramIcon());
     return failures == 0 ? 0 : 1;
 }

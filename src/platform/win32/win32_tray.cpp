@@ -18,7 +18,12 @@ public:
         data_.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
         // Tray events come as mouse moves of the owner, the message number in x.
         data_.uCallbackMessage = WM_MOUSEMOVE;
-        data_.hIcon = HICON(SendMessageW(HWND(owner), WM_GETICON, ICON_SMALL2, 0));
+        // The program's own icon drawn for the small size, else whatever the window has.
+        data_.hIcon = HICON(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), IMAGE_ICON,
+                                       GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
+                                       LR_SHARED));
+        if (!data_.hIcon)
+            data_.hIcon = HICON(SendMessageW(HWND(owner), WM_GETICON, ICON_SMALL2, 0));
         if (!data_.hIcon) data_.hIcon = HICON(GetClassLongPtrW(HWND(owner), GCLP_HICON));
         if (!data_.hIcon) data_.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
         lstrcpynW(data_.szTip, tip.c_str(), int(std::size(data_.szTip)));

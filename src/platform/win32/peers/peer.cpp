@@ -36,11 +36,17 @@ void RegisterWindowClasses() {
     wc.lpfnWndProc = WindowPeer::WindowProc;
     wc.hInstance = inst;
     wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    wc.hIcon = LoadIconW(inst, MAKEINTRESOURCEW(1));
+    // The program's icon at the sizes of the caption and the task bar.
+    wc.hIcon = HICON(LoadImageW(inst, MAKEINTRESOURCEW(1), IMAGE_ICON, GetSystemMetrics(SM_CXICON),
+                                GetSystemMetrics(SM_CYICON), LR_DEFAULTCOLOR));
+    wc.hIconSm =
+        HICON(LoadImageW(inst, MAKEINTRESOURCEW(1), IMAGE_ICON, GetSystemMetrics(SM_CXSMICON),
+                         GetSystemMetrics(SM_CYSMICON), LR_DEFAULTCOLOR));
     if (!wc.hIcon) wc.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
     wc.lpszClassName = kFormClass;
     g_formAtom = RegisterClassExW(&wc);
     wc.hIcon = nullptr;
+    wc.hIconSm = nullptr;
     wc.lpszClassName = kChildClass;
     g_childAtom = RegisterClassExW(&wc);
 }
