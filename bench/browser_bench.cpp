@@ -1,21 +1,14 @@
 // The collection window with 100 screen-size captures, on the headless backend: the
 // process's resident memory once they are filed, one slider step (the column re-stacked)
 // and one hover (the enlarged picture shown, the others put back). Prints a table.
-#include "app/app.h"
+#include "bench_app.h"
 #include "bench_util.h"
 #include "browser/Flistimages.h"
 #include "core/frmMain.h"
-#include "platform/headless/headless.h"
-#include "runtime/files.h"
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -35,42 +28,27 @@ double ResidentMb() {
 } // namespace
 
 int main() {
-    namespace fs = std::filesystem;
-    const fs::path root =
-        fs::temp_directory_path() / ("mirovanta-bench-" + std::to_string(getpid()));
-    fs::create_directories(root / "AppData" / "Mirovanta");
-    fs::create_directories(root / "Personal");
-    std::ofstream(root / "AppData" / "Mirovanta" / "spoken.txt") << "ConstPRJA\r\n";
-    {
-        headless::Backend be;
-        be.screen.widthPx = 1920;
-        be.screen.heightPx = 1080;
-        be.shell.folders[L"AppData"] = rt::FromUtf8((root / "AppData").string());
-        be.shell.folders[L"Personal"] = rt::FromUtf8((root / "Personal").string());
-        be.shell.programFolder = rt::FromUtf8(MIROVANTA_ASSET_DIR);
-        mv::App app(be);
-        app.Start();
-        be.RunFor(1000);
-        const double avant = ResidentMb();
-        mv::frmMain& m = *app.main;
-        gdi::Surface image(1920, 1080);
-        m.Picture1.Move(0, 0, 1920 * 15, 1080 * 15);
-        for (int k = 0; k < 100; ++k) {
-            for (int y = 0; y < 1080; y += 4)
-                for (int x = 0; x < 1920; ++x) image.At(x, y) = gdi::Rgb(x + k, y, k * 2);
-            m.Picture1.SetPicture(image);
-            ui::Dispatch(be, [&] { m.GestVignettes(m.Picture1); });
-        }
-        const double apres = ResidentMb();
-        mv::Flistimages& l = *app.list;
-        int v = 1;
-        const double pas = BestMs([&] { l.Vscroll1.SetValue(v = v % 100 + 1); }, 20);
-        int i = 1;
-        const double survol = BestMs([&] { l.Image1_MouseMove(i = i % 100 + 1); }, 20);
-        std::printf("100 captures of 1920x1080 filed: %d rows, resident %.0f MB (%.0f MB before)\n",
-                    app.NbVignettes, apres, avant);
-        std::printf("slider step %.3f ms  hover %.3f ms\n", pas, survol);
+    BenchApp banc(1920, 1080);
+    headless::Backend& be = banc.be;
+    mv::App& app = *banc.app;
+    const double avant = ResidentMb();
+    mv::frmMain& m = *app.main;
+    gdi::Surface image(1920, 1080);
+    m.Picture1.Move(0, 0, 1920 * 15, 1080 * 15);
+    for (int k = 0; k < 100; ++k) {
+        for (int y = 0; y < 1080; y += 4)
+            for (int x = 0; x < 1920; ++x) image.At(x, y) = gdi::Rgb(x + k, y, k * 2);
+        m.Picture1.SetPicture(image);
+        ui::Dispatch(be, [&] { m.GestVignettes(m.Picture1); });
     }
-    fs::remove_all(root);
+    const double apres = ResidentMb();
+    mv::Flistimages& l = *app.list;
+    int v = 1;
+    const double pas = BestMs([&] { l.Vscroll1.SetValue(v = v % 100 + 1); }, 20);
+    int i = 1;
+    const double survol = BestMs([&] { l.Image1_MouseMove(i = i % 100 + 1); }, 20);
+    std::printf("100 captures of 1920x1080 filed: %d rows, resident %.0f MB (%.0f MB before)\n",
+                app.NbVignettes, apres, avant);
+    std::printf("slider step %.3f ms  hover %.3f ms\n", pas, survol);
     return 0;
 }

@@ -78,8 +78,8 @@ void frmMain::mnuzoomX_Click(int16_t Index) {
     auto zoomer = [&](ui::PictureBox& vue) {
         // Always from the capture at full size; the view takes its new size first.
         const gdi::Surface& src = Picture2S.Picture();
-        vue.SetWidth(float(Picture2S.Width() * facteur));
-        vue.SetHeight(float(Picture2S.Height() * facteur));
+        vue.Move(vue.Left(), vue.Top(), float(Picture2S.Width() * facteur),
+                 float(Picture2S.Height() * facteur));
         if (facteur == 1.0) {
             vue.SetPicture(src);
         } else {

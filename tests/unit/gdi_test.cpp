@@ -284,6 +284,26 @@ TEST(GdiStretch, HalftoneAveragesWhenShrinking) {
             ASSERT_NEAR(BlueOf(p), b, 0.51) << x << "," << y;
         }
 
+    // Halving and quartering (whole blocks, placed inside a larger destination) give the
+    // rounded block mean, the same as any other ratio would.
+    for (int k : {2, 4}) {
+        Surface big(8 + 48 / k, 6 + 32 / k, 0x123456);
+        StretchBlt(big, 8, 6, 48 / k, 32 / k, src, 1, 2, 48, 32, kHalftone);
+        for (int y = 0; y < 32 / k; ++y)
+            for (int x = 0; x < 48 / k; ++x) {
+                int r = 0, g = 0, b = 0;
+                for (int v = 0; v < k; ++v)
+                    for (int u = 0; u < k; ++u) {
+                        const Pixel p = src.At(1 + x * k + u, 2 + y * k + v);
+                        r += RedOf(p), g += GreenOf(p), b += BlueOf(p);
+                    }
+                const int a = k * k;
+                ASSERT_EQ(big.At(8 + x, 6 + y), Rgb((r + a / 2) / a, (g + a / 2) / a, (b + a / 2) / a))
+                    << k << ": " << x << "," << y;
+            }
+        EXPECT_EQ(big.At(7, 5), 0x123456u);
+    }
+
     // Outside the source reads black: white and black side by side.
     Surface white(1, 1, 0xFFFFFF);
     StretchBlt(one, 0, 0, 1, 1, white, 0, 0, 2, 1, kHalftone);

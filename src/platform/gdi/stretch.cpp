@@ -175,8 +175,58 @@ void AddRow(const Pixel* __restrict in, float w, float* __restrict b, float* __r
     }
 }
 
+// Shrinking by the same power of two on both axes, unmirrored and inside the source (the
+// zoom's 50 and 25 %): each destination pixel is the rounded mean of its k x k block, in
+// integers. The weights of the general road are then exact, so the values are the same.
+bool HalftoneBlocks(Surface& dst, const Placement& px, const Placement& py, const Surface& src,
+                    int64_t sx, int64_t sy, int64_t sw, int64_t sh, int64_t dw, int64_t dh) {
+    if (px.step != 1 || py.step != 1 || sw % dw != 0 || sh % dh != 0) return false;
+    const int64_t k = sw / dw;
+    if (sh / dh != k || k < 2 || k > 16 || (k & (k - 1)) != 0) return false;
+    const int64_t x0 = sx + px.o0 * k, y0 = sy + py.o0 * k;
+    if (x0 < 0 || y0 < 0 || sx + px.o1 * k > src.Width() || sy + py.o1 * k > src.Height())
+        return false;
+    const size_t largeur = size_t(px.o1 - px.o0), n = largeur * size_t(k);
+    if (k == 2) {
+        // Halving, the common case: four pixels at once in packed channel pairs.
+        constexpr uint32_t m = 0x00FF00FFu, arrondi = 0x00020002u;
+        for (int64_t o = py.o0; o < py.o1; ++o) {
+            const Pixel* a = src.Row(int(sy + o * 2)) + x0;
+            const Pixel* b = src.Row(int(sy + o * 2 + 1)) + x0;
+            Pixel* out = dst.Row(int(py.base + o)) + px.base + px.o0;
+            for (size_t j = 0; j < largeur; ++j, a += 2, b += 2) {
+                const uint32_t rb = (a[0] & m) + (a[1] & m) + (b[0] & m) + (b[1] & m) + arrondi;
+                const uint32_t ga = ((a[0] >> 8) & m) + ((a[1] >> 8) & m) + ((b[0] >> 8) & m) +
+                                    ((b[1] >> 8) & m) + arrondi;
+                out[j] = ((rb >> 2) & m) | (((ga >> 2) & m) << 8);
+            }
+        }
+        return true;
+    }
+    const uint32_t aire = uint32_t(k * k), moitie = aire / 2;
+    std::vector<uint32_t> rb(n), ga(n);
+    for (int64_t o = py.o0; o < py.o1; ++o) {
+        std::fill(rb.begin(), rb.end(), 0u);
+        std::fill(ga.begin(), ga.end(), 0u);
+        for (int64_t i = 0; i < k; ++i)
+            SumRow(src.Row(int(sy + o * k + i)) + x0, rb.data(), ga.data(), n);
+        Pixel* out = dst.Row(int(py.base + o)) + px.base + px.o0;
+        for (size_t j = 0; j < largeur; ++j) {
+            uint32_t b = 0, g = 0, r = 0;
+            for (size_t x = j * size_t(k); x < (j + 1) * size_t(k); ++x) {
+                b += rb[x] & 0xFFFF;
+                r += rb[x] >> 16;
+                g += ga[x] & 0xFFFF;
+            }
+            out[j] = ((r + moitie) / aire << 16) | ((g + moitie) / aire << 8) | (b + moitie) / aire;
+        }
+    }
+    return true;
+}
+
 void Halftone(Surface& dst, const Placement& px, const Placement& py, const Surface& src,
               int64_t sx, int64_t sy, int64_t sw, int64_t sh, int64_t dw, int64_t dh) {
+    if (HalftoneBlocks(dst, px, py, src, sx, sy, sw, sh, dw, dh)) return;
     Taps tx = HalftoneTaps(sx, sw, dw, px.o0, px.o1, src.Width());
     Taps ty = HalftoneTaps(sy, sh, dh, py.o0, py.o1, src.Height());
     // The source columns any destination pixel reads: [c0, c1).

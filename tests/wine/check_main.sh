@@ -1,0 +1,150 @@
+#!/usr/bin/env bash
+# Checks of the main window under Wine: the toolbar's buttons at their places, the view of a
+# zone at each zoom, the mode reduced to the toolbar, and the notification-area icon: its
+# double click, its menu, and a hotkey capture while both windows are hidden.
+# Usage: check_main.sh BIN_DIR
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+source "$here/lib.sh"
+source "$here/program.sh"
+BIN=$(cd "${1:?usage: check_main.sh BIN_DIR}" && pwd)
+
+wh_init main
+wh_start_xvfb 1280x1024
+wh_show_picture
+wh_start_wine
+mv_use_prefix
+
+TPP=15
+# The toolbar's pictures in command order.
+PICTURES=(camera toutecran camerafen copy savex saveallx printerx paintx multiselx deletex
+    waste undox moverbox moverboxtim closex wrench agrandir filmx report camerag)
+
+# Each button shows its own picture: the mouse away, every one of the 20 equals its file.
+check_toolbar() {
+    mv_start "$BIN" || return 1
+    wh_mouse_move 640 1000
+    sleep 1
+    wh_window_geometry "$MAIN" || return 1
+    wh_screenshot toolbar.png "$((24 * 32 + 40))x32+$((WH_X + 3))+$((WH_Y + MENU_H))"
+    local i x bad=()
+    for i in "${!PICTURES[@]}"; do
+        x=$(mv_button_x "$i")
+        convert "$WH_ART/toolbar.png" -crop "32x32+$((x - 1))+0" +repage "$WH_ART/button-$i.png"
+        wh_diff_count "$WH_ART/button-$i.png" "$BIN/${PICTURES[$i]}.bmp" || return 1
+        ((WH_DIFF == 0)) || bad+=("$i:$WH_DIFF")
+    done
+    ((${#bad[@]} == 0)) || { wh_reason "buttons differ (index:pixels) ${bad[*]}"; return 1; }
+}
+
+# zoom K: the zoom menu's entry K (0 for 25 % to 4 for 200 %), by the keyboard.
+zoom() {
+    wh_key "$MAIN" alt+e || return 1
+    sleep 0.4
+    _wh_xdo key m || return 1
+    sleep 0.4
+    local k
+    for ((k = 0; k < $1; k++)); do _wh_xdo key Down; done
+    _wh_xdo key Return
+    sleep 1
+}
+# view NAME W H: the view's pixels at the top left of the main window's client area.
+view() {
+    wh_window_geometry "$MAIN" || return 1
+    wh_screenshot "$1.png" "$2x$3+$((WH_X + 3))+$((WH_Y + MENU_H + 500 / TPP))"
+}
+
+# A zone of the known picture at 25, 50, 75, 100 and 200 %: shrinking averages like
+# ImageMagick's box filter (a unit apart here and there), enlarging doubles each pixel.
+check_zoom() {
+    mv_open_overlay || return 1
+    wh_key "$OVERLAY" Return || return 1
+    mv_new_capture 1 zone || return 1
+    mv_back_to_main || return 1
+    sleep 1
+    local k w h
+    local pour=(25 50 75 100 200)
+    for k in 0 1 2 3 4; do
+        zoom "$k" || return 1
+        w=$((420 * ${pour[$k]} / 100)) h=$((260 * ${pour[$k]} / 100))
+        view "zoom-${pour[$k]}" "$w" "$h" || return 1
+        if ((k == 4)); then
+            convert "$WH_ART/zone.bmp" -scale 200% "$WH_ART/want-200.png"
+            wh_assert_same zoom-200 "$WH_SHOT" "$WH_ART/want-200.png" || return 1
+        else
+            convert "$WH_ART/zone.bmp" -filter box -resize "${w}x$h!" "$WH_ART/want-${pour[$k]}.png"
+            wh_diff_count "$WH_SHOT" "$WH_ART/want-${pour[$k]}.png" --fuzz 4% || return 1
+            ((WH_DIFF * 50 < w * h)) ||
+                { wh_reason "${pour[$k]} %: $WH_DIFF pixels differ"; return 1; }
+        fi
+    done
+}
+
+# Command 16 folds the window to its toolbar and back to the view at 200 %.
+check_reduced() {
+    mv_click_button 16
+    sleep 1.5
+    wh_window_geometry "$MAIN" || return 1
+    wh_screenshot reduced.png "$((WH_W + 6))x$((WH_H + 6))+$WH_X+$WH_Y"
+    ((WH_H < 1430 / TPP + 30)) || { wh_reason "still ${WH_H} pixels high"; return 1; }
+    mv_click_button 16
+    sleep 1.5
+    view back-200 840 520 || return 1
+    wh_assert_same back-200 "$WH_SHOT" "$WH_ART/want-200.png"
+}
+
+# The icon stands first in Wine's tray window.
+TRAY_X=0 TRAY_Y=0
+find_tray() {
+    wh_find_window '^Wine System Tray$' 10 || return 1
+    wh_window_geometry "$WH_WID" || return 1
+    TRAY_X=$((WH_X + 10)) TRAY_Y=$((WH_Y + 10))
+}
+tray_click() { wh_mouse_move "$TRAY_X" "$TRAY_Y" && sleep 0.3 && _wh_xdo click "$@" 1; }
+main_shown() { wh_window_visible "$MAIN"; }
+main_gone() { ! wh_window_visible "$MAIN"; }
+
+check_tray_icon() {
+    find_tray || return 1
+    wh_screenshot tray.png "40x20+$((TRAY_X - 10))+$((TRAY_Y - 10))"
+    # The program's blue tile and red dot, not the default application icon.
+    local bleu rouge
+    bleu=$(convert "$WH_SHOT" -fuzz 12% -fill black +opaque '#2f7cdf' -fill white -opaque '#2f7cdf' \
+        -format '%[fx:round(mean*w*h)]' info:)
+    rouge=$(convert "$WH_SHOT" -fuzz 12% -fill black +opaque '#e23f3b' -fill white -opaque '#e23f3b' \
+        -format '%[fx:round(mean*w*h)]' info:)
+    ((bleu >= 20 && rouge >= 2)) || { wh_reason "tray icon: $bleu blue, $rouge red pixels"; return 1; }
+}
+
+# A double click on the icon puts both windows away, the next brings them back.
+check_tray_double_click() {
+    tray_click --repeat 2 --delay 80 || return 1
+    wh_wait_for "the windows to go" 10 main_gone || return 1
+    wh_screenshot tray-minimised.png
+    tray_click --repeat 2 --delay 80 || return 1
+    wh_wait_for "the windows to come back" 10 main_shown || return 1
+}
+
+# The right button opens the tray menu; its standby entry hides both windows, and
+# Control+E still captures, showing them again.
+check_tray_menu_and_hotkey() {
+    tray_click 3 || return 1
+    sleep 1
+    wh_screenshot tray-menu.png
+    _wh_xdo key Down Down Return || return 1
+    wh_wait_for "the windows to hide" 10 main_gone || return 1
+    local avant
+    avant=$(temp_files | wc -l)
+    wh_find_window '^Wine System Tray$' 5 || return 1
+    wh_key_hold "$WH_WID" ctrl+e 0.6 || return 1
+    wh_wait_for "a capture" 20 mv_nth_capture $((avant + 1)) || return 1
+    wh_wait_for "the windows back" 10 main_shown || return 1
+}
+
+wh_check "the toolbar's 20 buttons show their pictures in their places" check_toolbar
+wh_check "a zone at 25, 50, 75, 100 and 200 %" check_zoom
+wh_check "command 16 folds the window to its toolbar and back" check_reduced
+wh_check "the program's icon stands in the tray" check_tray_icon
+wh_check "double clicks on the icon put the windows away and back" check_tray_double_click
+wh_check "the tray menu's standby hides both windows; Control+E still captures" check_tray_menu_and_hotkey
+wh_finish
