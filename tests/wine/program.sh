@@ -6,14 +6,14 @@
 MENU_H=19 # Wine's menu bar: the client area starts below it
 
 # mv_button_x N: left edge in pixels of toolbar button N, from the toolbar's order and
-# gaps (twips).
+# gaps (twips), rounded to the nearest pixel as the program places it.
 mv_button_x() {
     local order=(0 19 1 2 11 12 13 3 9 10 4 5 6 7 8 16 17 15 14 18)
     local gaps=(0 20 20 20 60 20 20 70 20 20 60 20 20 20 70 20 20 60 20 20)
     local left=60 k
     for k in "${!order[@]}"; do
         ((k > 0)) && left=$((left + 480 + gaps[k]))
-        if ((order[k] == $1)); then echo $((left / 15)); return; fi
+        if ((order[k] == $1)); then echo $(((left + 7) / 15)); return; fi
     done
 }
 
