@@ -1,9 +1,8 @@
 #include "output/conversion.h"
 
 #include "app/app.h"
-#include "output/gif_blocks.h"
 #include "platform/gdi/bmp.h"
-#include "platform/gdi/quantize.h"
+#include "platform/gdi/gif_encode.h"
 #include "runtime/files.h"
 #include "runtime/strings.h"
 
@@ -38,40 +37,29 @@ int Conversion::ChercherEncodeur(const std::wstring& Mime, std::array<uint8_t, 1
 
 void Conversion::ConvertirImage(const std::wstring& Source, const std::wstring& Cible, int Format,
                                 int Qualite) {
-    auto& codec = app_.be.GetCodec();
-    platform::ScopedImage image(codec);
     if (Format == kFormatGif) {
-        // The GIF encoder takes only 8-bit pictures: the program makes the palette itself,
-        // exact up to 256 colours, fitted to the picture beyond.
+        // The program's own writer: the image library's takes about a second for a screen
+        // under Wine, and the animated builder converts every capture. Colour 0, which the
+        // builder marks transparent, stays out of the picture.
         try {
-            const gdi::IndexedImage indexee = gdi::Quantize(gdi::LoadBmp(Source));
-            codec.CreateIndexedImage(indexee.width, indexee.height, indexee.palette,
-                                     indexee.indices, image.out());
+            const std::vector<uint8_t> gif =
+                gdi::EncodeGif(gdi::QuantizeForGif(gdi::LoadBmp(Source)));
+            rt::WriteFileBytes(Cible, gif.data(), gif.size());
+            status = 0;
         } catch (...) {
-            rt::CaughtError();
-            image.reset();
+            status = rt::CaughtError().number;
         }
     } else {
+        auto& codec = app_.be.GetCodec();
+        platform::ScopedImage image(codec);
         // The load's status is not examined: a failed load shows up as a failed save.
         codec.LoadImageFromFile(Source, image.out());
-    }
-    ChercherEncodeur(Format >= 1 && Format <= 4 ? kMime[Format - 1] : L"", clsid);
-    if (Format == kFormatJpeg) {
-        const int qualite = Qualite < 0 || Qualite > 100 ? 75 : Qualite;
-        status = codec.SaveImageToFile(image.get(), Cible, clsid, &qualite);
-    } else {
-        status = codec.SaveImageToFile(image.get(), Cible, clsid, nullptr);
-    }
-    image.reset();
-    if (status == 0 && Format == kFormatGif) {
-        // Some encoders (Wine's) give the image a local table: the GIF builder reads one
-        // global table. A file that cannot be read back or rewritten is a failed save.
-        try {
-            std::vector<uint8_t> gif = rt::ReadFileBytes(Cible);
-            if (TableLocaleEnGlobale(gif)) rt::WriteFileBytes(Cible, gif.data(), gif.size());
-        } catch (...) {
-            const rt::RuntimeError e = rt::CaughtError();
-            status = e.number;
+        ChercherEncodeur(Format >= 1 && Format <= 4 ? kMime[Format - 1] : L"", clsid);
+        if (Format == kFormatJpeg) {
+            const int qualite = Qualite < 0 || Qualite > 100 ? 75 : Qualite;
+            status = codec.SaveImageToFile(image.get(), Cible, clsid, &qualite);
+        } else {
+            status = codec.SaveImageToFile(image.get(), Cible, clsid, nullptr);
         }
     }
     if (status != 0) {

@@ -175,8 +175,12 @@ TEST_F(SaveTest, ConversionFixesTheQualityAndReportsTheSourceOnFailure) {
     }
     app->conversion->ConvertirImage(source, cible, mv::kFormatPng, 50);
     EXPECT_EQ(be.codec.saves.back().quality, -1); // no parameter list but for JPEG
-    app->conversion->ConvertirImage(source, cible, mv::kFormatGif, 50);
-    EXPECT_TRUE(be.codec.saves.back().indexed); // the program's own palette
+    // A GIF is the program's own writing, not the image library's.
+    const size_t enregistrees = be.codec.saves.size();
+    const std::wstring gif = rt::FromUtf8((root / "Personal" / "x.gif").string());
+    app->conversion->ConvertirImage(source, gif, mv::kFormatGif, 50);
+    EXPECT_EQ(be.codec.saves.size(), enregistrees);
+    EXPECT_EQ(rt::ReadFileBytes(gif).at(5), 'a');
     EXPECT_TRUE(be.boxes.empty());
     EXPECT_EQ(be.codec.LiveImages(), 0);
 
@@ -186,10 +190,8 @@ TEST_F(SaveTest, ConversionFixesTheQualityAndReportsTheSourceOnFailure) {
     EXPECT_EQ(be.boxes[0].prompt, Entry(190) + L"\r" + source + L" !\rStatus Code= 7");
     EXPECT_EQ(be.boxes[0].style, ui::kCritical);
 
-    // A GIF the encoder said it wrote and did not: the colour-table pass fails inside the
-    // conversion, which reports it like any other failure and returns.
-    be.codec.nextSaveWritesNothing = true;
-    const std::wstring gif = rt::FromUtf8((root / "Personal" / "absent.gif").string());
+    // A GIF whose source has gone: reported like any other failure, and the run goes on.
+    rt::Kill(source);
     EXPECT_NO_THROW(app->conversion->ConvertirImage(source, gif, mv::kFormatGif, 50));
     ASSERT_EQ(be.boxes.size(), 2u);
     EXPECT_EQ(be.boxes[1].prompt, Entry(190) + L"\r" + source + L" !\rStatus Code= 53");
