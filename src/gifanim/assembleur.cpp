@@ -91,6 +91,7 @@ int16_t AssembleurGif::PackGid(const std::wstring& tailleGlobale, bool entrelace
 
 std::vector<int> AssembleurGif::Ordre(int n, bool allerRetour) {
     std::vector<int> ordre;
+    ordre.reserve(size_t(n > 0 ? 2 * n : 0));
     for (int i = 0; i < n; ++i) ordre.push_back(i);
     if (allerRetour)
         for (int i = n - 1; i >= 0; --i) ordre.push_back(i);
