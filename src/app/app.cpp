@@ -4,6 +4,7 @@
 #include "capture/Fcam.h"
 #include "core/frmMain.h"
 #include "core/small_forms.h"
+#include "gifanim/FrmGifAnim.h"
 #include "language/FrmChoixLng.h"
 #include "language/frmTip.h"
 #include "output/conversion.h"

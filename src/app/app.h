@@ -28,6 +28,7 @@ class FrmSortie;
 class Fcam;
 class FrmChoixLng;
 class Conversion;
+class FrmGifAnim;
 
 // A table of the capture list: bounds 0 to 100, checked like the runtime's arrays.
 template <class T> struct Table {
@@ -81,6 +82,8 @@ public:
     std::unique_ptr<FrmSortie> sortie;
     std::unique_ptr<Fcam> cam;
     std::unique_ptr<Conversion> conversion;
+    // The animated-GIF builder, made anew for each use.
+    std::unique_ptr<FrmGifAnim> gif;
 
     ui::Printer Printer{be.GetPrinter()};
     rt::Random rnd;

@@ -5,6 +5,7 @@
 #include "capture/capture.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
+#include "gifanim/FrmGifAnim.h"
 #include "output/output.h"
 #include "platform/gdi/bmp.h"
 #include "runtime/integer.h"
@@ -241,9 +242,12 @@ void Flistimages::RappelBande() {
 }
 
 void Flistimages::LabGif_Click() {
-    // The animation builder comes with its own window; with fewer than two captures there
-    // is nothing to animate.
-    if (app.NbVignettes <= 1) app.MsgBox(app.Lang(248), ui::kExclamation);
+    // With fewer than two captures there is nothing to animate.
+    if (app.NbVignettes <= 1) {
+        app.MsgBox(app.Lang(248), ui::kExclamation);
+        return;
+    }
+    OuvrirGifAnim(app, true);
 }
 
 } // namespace mv

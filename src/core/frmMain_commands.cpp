@@ -4,6 +4,7 @@
 #include "core/commands.h"
 #include "core/frmMain.h"
 #include "core/small_forms.h"
+#include "gifanim/FrmGifAnim.h"
 #include "language/frmTip.h"
 #include "language/language_menu.h"
 #include "output/output.h"
@@ -68,6 +69,7 @@ void frmMain::WireEvents() {
     mnuoptions.OnClick = [this] { mnuoptions_Click(); };
     mnuReacTip.OnClick = [this] { mnuReacTip_Click(app); };
     MnuCaptper.OnClick = [this] { MnuCaptper_Click(app); };
+    mnuFabGif.OnClick = [this] { mnuFabGif_Click(app); };
     MnuChgLang.OnClick = [this] { MnuChgLang_Click(app); };
     mnuzoomX.OnClick = [this](int i) { mnuzoomX_Click(int16_t(i)); };
     mnuveille.OnClick = [this] { mnuveille_Click(); };

@@ -4,6 +4,7 @@
 #include "core/commands.h"
 #include "core/frmMain.h"
 #include "core/small_forms.h"
+#include "gifanim/FrmGifAnim.h"
 #include "language/frmTip.h"
 #include "output/output.h"
 #include "output/tags.h"
@@ -429,6 +430,10 @@ void frmMain::quitprog() {
     pas([&] {
         verrouSession_.close();
         rt::Kill(app.DossierTemp + kVerrouSession);
+    });
+    // The builder takes its frame GIFs away with it.
+    pas([&] {
+        if (app.gif) app.gif->Unload();
     });
     // A file already gone is skipped.
     for (int i = 1; i <= app.NbVignettes; ++i)

@@ -91,9 +91,11 @@ public:
     // Starts the library once; false when it cannot start.
     virtual bool Startup() = 0;
     virtual int LoadImageFromFile(const std::wstring& path, ImageHandle& image) = 0;
-    // An 8-bit picture with its palette (at most 256 colours), for the GIF encoder.
-    virtual int CreateIndexedImage(int width, int height, const std::vector<gdi::Pixel>& palette,
-                                   const std::vector<uint8_t>& indices, ImageHandle& image) = 0;
+    // Every frame of a picture file as the library draws it (one for most files, each
+    // frame of an animated GIF in turn), with its delay in hundredths of a second and the
+    // file's loop count (0: for ever; -1: it gives none). Returns the library's status.
+    virtual int LoadFrames(const std::wstring& path, std::vector<gdi::Surface>& frames,
+                           std::vector<int>& delays, int& loops) = 0;
     // The encoders in the library's order; empty when it lists none.
     virtual std::vector<EncoderInfo> GetImageEncoders() = 0;
     // quality: the JPEG quality parameter (0 to 100), or nullptr for no parameter list.

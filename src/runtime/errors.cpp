@@ -42,6 +42,8 @@ std::wstring ErrorText(int number) {
         return L"Object variable or With block variable not set";
     case kInvalidPropertyValue:
         return L"Invalid property value";
+    case kInvalidPropertyArrayIndex:
+        return L"Invalid property array index";
     case kInvalidPicture:
         return L"Invalid picture";
     case kPrinterError:

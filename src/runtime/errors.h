@@ -26,6 +26,7 @@ enum ErrorNumber : int {
     kPathNotFound = 76,
     kObjectVariableNotSet = 91,
     kInvalidPropertyValue = 380,
+    kInvalidPropertyArrayIndex = 381,
     kInvalidPicture = 481,
     kPrinterError = 482,
     kCancelError = 32755,

@@ -180,3 +180,141 @@ TEST(GifAssembler, BadInputsEndAsTold) {
 }
 
 } // namespace
+
+// ---- the builder dialog ----------------------------------------------------------------------
+
+#include "app_fixture.h"
+#include "gifanim/FrmGifAnim.h"
+#include "platform/gdi/bmp.h"
+#include "platform/gdi/gif_encode.h"
+#include "test_util.h"
+
+#include <fstream>
+
+namespace {
+
+class GifDialogTest : public AppTest {
+protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        MarkLanguage();
+        SetScreen(160, 120, gdi::Rgb(40, 90, 160));
+        Start();
+        sortie = root / "Personal" / "out";
+        std::filesystem::create_directories(sortie);
+        app->params.DossierEnregCourt = rt::FromUtf8(sortie.string());
+        dossier = root / "gifs";
+        std::filesystem::create_directories(dossier);
+    }
+    void Frame(const std::string& nom, gdi::Pixel c) {
+        const auto g = gdi::EncodeGif(gdi::QuantizeForGif(gdi::Surface(6, 4, c)));
+        rt::WriteFileBytes(rt::FromUtf8((dossier / nom).string()), g.data(), g.size());
+    }
+    mv::FrmGifAnim& Ouvrir(bool captures) {
+        ui::Dispatch(be,
+                     [&] { mv::OuvrirGifAnim(*app, captures, rt::FromUtf8(dossier.string())); });
+        return *app->gif;
+    }
+    void Construire() {
+        ui::Dispatch(be, [&] { app->gif->CdeCreGif_Click(); });
+    }
+    std::vector<std::string> Sorties() const {
+        std::vector<std::string> n;
+        for (const auto& e : std::filesystem::directory_iterator(sortie))
+            n.push_back(e.path().filename().string());
+        return n;
+    }
+    std::filesystem::path sortie, dossier;
+};
+
+TEST_F(GifDialogTest, FolderModeListsSortsLimitsAndDeletes) {
+    // Empty, or holding only earlier animations: nothing to build.
+    Frame("animgif120000.gif", 0x00FF00);
+    mv::FrmGifAnim& vide = Ouvrir(false);
+    EXPECT_EQ(vide.ListUtiles.ListCount(), 0);
+    EXPECT_FALSE(vide.CdeCreGif.Enabled());
+
+    for (int i = 0; i < 60; ++i)
+        Frame("f" + std::string(i < 10 ? "0" : "") + std::to_string(i) + ".gif",
+              gdi::Rgb(i * 4, 0, 0));
+    std::ofstream(dossier / "notes.txt") << "x";
+    mv::FrmGifAnim& f = Ouvrir(false);
+    EXPECT_EQ(BoxesWith(Entry(275)), 1);
+    ASSERT_EQ(f.ListUtiles.ListCount(), 50);
+    EXPECT_EQ(f.ListUtiles.List(0), L"f00.gif");
+    EXPECT_EQ(f.ListUtiles.ListIndex(), 0);
+    EXPECT_TRUE(f.CdeCreGif.Enabled());
+
+    // Moving down and up; Delete keeps a selection at the same place, or the new last.
+    ui::Dispatch(be, [&] { f.CdeB_Click(); });
+    EXPECT_EQ(f.ListUtiles.List(1), L"f00.gif");
+    EXPECT_EQ(f.ListUtiles.ListIndex(), 1);
+    f.ListUtiles.SetListIndex(49);
+    ui::Dispatch(be, [&] { f.ListUtiles_KeyDown(46); });
+    EXPECT_EQ(f.ListUtiles.ListIndex(), 48);
+    EXPECT_EQ(f.NbFichiers, 49);
+    while (f.ListUtiles.ListCount() > 0) ui::Dispatch(be, [&] { f.ListUtiles_KeyDown(46); });
+    EXPECT_EQ(f.NbFichiers, 0);
+
+    // No frame left: header, loop extension and trailer only.
+    f.Chkloop.SetValue(1);
+    Construire();
+    ASSERT_EQ(Sorties().size(), 1u);
+    const auto octets = rt::ReadFileBytes(rt::FromUtf8((sortie / Sorties()[0]).string()));
+    EXPECT_EQ(octets.size(), 13u + 19u + 1u);
+    // Named by the 24-hour clock of the test (14:05:xx).
+    const std::string nom = Sorties()[0];
+    EXPECT_EQ(nom.substr(0, 11), "animgif1405");
+    EXPECT_EQ(nom.size(), 17u);
+    EXPECT_TRUE(f.CdeUplGif.Enabled());
+    EXPECT_EQ(BoxesWith(Entry(245) + app->params.DossierEnregCourt + L"\r\n" + Entry(246) +
+                        rt::FromUtf8(nom)),
+              1);
+}
+
+TEST_F(GifDialogTest, CaptureModeBuildsFromTheListAndCleansItsFrames) {
+    for (int k = 0; k < 3; ++k) {
+        main->Picture2.Move(50, 500, Tw(8), Tw(6));
+        main->Picture2.SetPicture(gdi::Surface(8, 6, gdi::Rgb(k * 80, 20, 200)));
+        app->TypeCapt = L"z";
+        ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
+    }
+    ui::Dispatch(be, [&] { list->LabGif_Click(); });
+    mv::FrmGifAnim& g = *app->gif;
+    ASSERT_TRUE(g.IsLoaded());
+    EXPECT_FALSE(g.ListUtiles.Visible());
+    EXPECT_EQ(g.NbFichiers, 3);
+    g.ChkAR.SetValue(1);
+    g.Slider1.SetValue(0);
+    Construire();
+    ASSERT_EQ(Sorties().size(), 1u);
+    const auto octets = rt::ReadFileBytes(rt::FromUtf8((sortie / Sorties()[0]).string()));
+    int groupes = 0;
+    for (size_t i = 0; i + 1 < octets.size(); ++i)
+        if (octets[i] == 0x21 && octets[i + 1] == 0xF9 && octets[i + 3] == 9) ++groupes;
+    EXPECT_EQ(groupes, 6);
+    EXPECT_EQ(octets[8], 6); // canvas height
+
+    // A second build in the same second replaces the first; closing takes the frame GIFs.
+    Construire();
+    EXPECT_EQ(Sorties().size(), 1u);
+    ui::Dispatch(be, [&] { g.Unload(); });
+    for (const auto& f : TempFolderFiles()) EXPECT_EQ(f.substr(f.size() - 3), L"bmp");
+    EXPECT_EQ(TempFolderFiles().size(), 3u);
+}
+
+TEST_F(GifDialogTest, StrayFileStopsTheBuildAndTheRunGoesOn) {
+    Frame("a.gif", 0xFF0000);
+    std::ofstream(dossier / "b.gif") << "not a picture at all";
+    Frame("c.gif", 0x0000FF);
+    mv::FrmGifAnim& f = Ouvrir(false);
+    Construire();
+    EXPECT_EQ(BoxesWith(Entry(223)), 1);
+    for (const auto& b : be.boxes) EXPECT_EQ(b.prompt.find(Entry(245)), std::wstring::npos);
+    EXPECT_FALSE(be.ended);
+    EXPECT_TRUE(f.IsLoaded());
+    // The part built stays on the disk.
+    EXPECT_EQ(Sorties().size(), 1u);
+}
+
+} // namespace

@@ -141,7 +141,7 @@ Codec::Codec() {
 int Codec::LoadImageFromFile(const std::wstring& path, platform::ImageHandle& image) {
     image = 0;
     try {
-        images_[next_] = {gdi::LoadBmp(path), false};
+        images_[next_] = gdi::LoadBmp(path);
     } catch (const rt::RuntimeError& e) {
         return e.number == rt::kFileNotFound ? 10 : 2; // FileNotFound, InvalidParameter
     }
@@ -149,13 +149,25 @@ int Codec::LoadImageFromFile(const std::wstring& path, platform::ImageHandle& im
     return 0;
 }
 
-int Codec::CreateIndexedImage(int width, int height, const std::vector<gdi::Pixel>& palette,
-                              const std::vector<uint8_t>& indices, platform::ImageHandle& image) {
-    gdi::Surface s(width, height);
-    for (size_t i = 0; i < indices.size() && i < size_t(width) * size_t(height); ++i)
-        s.Data()[i] = indices[i] < palette.size() ? palette[indices[i]] : 0;
-    images_[next_] = {std::move(s), true};
-    image = next_++;
+int Codec::LoadFrames(const std::wstring& path, std::vector<gdi::Surface>& frames,
+                      std::vector<int>& delays, int& loops) {
+    frames.clear();
+    delays.clear();
+    loops = -1;
+    const auto it = animations.find(path);
+    if (it != animations.end()) {
+        frames = it->second.frames;
+        delays = it->second.delays;
+        loops = it->second.loops;
+        return 0;
+    }
+    if (!rt::FileExists(path)) return 10;
+    try {
+        frames.push_back(gdi::LoadBmp(path));
+    } catch (const rt::RuntimeError&) {
+        frames.emplace_back(1, 1);
+    }
+    delays.push_back(0);
     return 0;
 }
 
@@ -165,13 +177,12 @@ int Codec::SaveImageToFile(platform::ImageHandle image, const std::wstring& path
     for (const auto& e : encoders)
         if (e.clsid == clsid) mime = e.mimeType;
     auto it = images_.find(image);
-    saves.push_back(
-        {path, mime, quality ? *quality : -1, it != images_.end() && it->second.indexed});
+    saves.push_back({path, mime, quality ? *quality : -1});
     if (nextSaveStatus != 0) return std::exchange(nextSaveStatus, 0);
     if (it == images_.end()) return 2;
     if (std::exchange(nextSaveWritesNothing, false)) return 0;
     try {
-        gdi::SaveBmp(it->second.pixels, path);
+        gdi::SaveBmp(it->second, path);
     } catch (const rt::RuntimeError&) {
         return 7; // Win32Error
     }

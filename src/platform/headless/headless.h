@@ -121,7 +121,6 @@ public:
         std::wstring path;
         std::wstring mimeType;
         int quality = -1; // -1: no parameter list
-        bool indexed = false;
     };
     bool startupOk = true;
     int startups = 0;
@@ -138,9 +137,16 @@ public:
         return startupOk;
     }
     int LoadImageFromFile(const std::wstring& path, platform::ImageHandle& image) override;
-    int CreateIndexedImage(int width, int height, const std::vector<gdi::Pixel>& palette,
-                           const std::vector<uint8_t>& indices,
-                           platform::ImageHandle& image) override;
+    // A BMP is one frame; any other file is one blank frame of 1x1, or the frames a test
+    // gave for its path.
+    int LoadFrames(const std::wstring& path, std::vector<gdi::Surface>& frames,
+                   std::vector<int>& delays, int& loops) override;
+    struct Animation {
+        std::vector<gdi::Surface> frames;
+        std::vector<int> delays;
+        int loops = -1;
+    };
+    std::map<std::wstring, Animation> animations;
     std::vector<platform::EncoderInfo> GetImageEncoders() override { return encoders; }
     int SaveImageToFile(platform::ImageHandle image, const std::wstring& path,
                         const std::array<uint8_t, 16>& clsid, const int* quality) override;
@@ -148,11 +154,7 @@ public:
     int LiveImages() const { return int(images_.size()); }
 
 private:
-    struct Image {
-        gdi::Surface pixels;
-        bool indexed = false;
-    };
-    std::map<platform::ImageHandle, Image> images_;
+    std::map<platform::ImageHandle, gdi::Surface> images_;
     platform::ImageHandle next_ = 1;
 };
 

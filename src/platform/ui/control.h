@@ -28,6 +28,9 @@ enum class Kind {
     Timer,
     Menu,
     CommonDialog,
+    CommandButton,
+    ListBox,
+    Slider,
 };
 
 // What changed on a control, for its peer.
@@ -47,6 +50,7 @@ enum class Change {
     State,    // window state of a form
     Children, // menu entries added or shown/hidden
     Pointer,  // mouse pointer or its custom picture
+    Items,    // the entries of a list box
 };
 
 // Mouse pointers of a control (the toolkit's MousePointer values).

@@ -169,6 +169,82 @@ void CheckBox::CopyFrom(const Control& other) {
 VScrollBar::VScrollBar(Form* owner, std::wstring name)
     : Control(owner, std::move(name), Kind::VScrollBar) {}
 
+VScrollBar::VScrollBar(Form* owner, std::wstring name, Kind kind)
+    : Control(owner, std::move(name), kind) {}
+
+Slider::Slider(Form* owner, std::wstring name) : VScrollBar(owner, std::move(name), Kind::Slider) {}
+
+// ---- CommandButton ----------------------------------------------------------------------
+
+CommandButton::CommandButton(Form* owner, std::wstring name)
+    : Control(owner, std::move(name), Kind::CommandButton) {}
+
+void CommandButton::SetCaption(std::wstring c) {
+    caption_ = std::move(c);
+    Changed(Change::Caption);
+}
+
+void CommandButton::CopyFrom(const Control& other) {
+    caption_ = static_cast<const CommandButton&>(other).caption_;
+    Control::CopyFrom(other);
+}
+
+// ---- ListBox ----------------------------------------------------------------------------
+
+ListBox::ListBox(Form* owner, std::wstring name) : Control(owner, std::move(name), Kind::ListBox) {}
+
+const std::wstring& ListBox::List(int i) const {
+    if (i < 0 || i >= ListCount()) rt::Raise(rt::kInvalidPropertyArrayIndex);
+    return items_[size_t(i)];
+}
+
+void ListBox::SetList(int i, std::wstring t) {
+    if (i < 0 || i >= ListCount()) rt::Raise(rt::kInvalidPropertyArrayIndex);
+    items_[size_t(i)] = std::move(t);
+    Changed(Change::Items);
+}
+
+void ListBox::AddItem(std::wstring t) {
+    items_.push_back(std::move(t));
+    Changed(Change::Items);
+}
+
+void ListBox::RemoveItem(int i) {
+    if (i < 0 || i >= ListCount()) rt::Raise(rt::kInvalidCall);
+    items_.erase(items_.begin() + i);
+    if (index_ == i)
+        index_ = -1;
+    else if (index_ > i)
+        --index_;
+    Changed(Change::Items);
+}
+
+void ListBox::Clear() {
+    items_.clear();
+    index_ = -1;
+    Changed(Change::Items);
+}
+
+void ListBox::SetListIndex(int i) {
+    if (i < -1 || i >= ListCount()) rt::Raise(rt::kInvalidPropertyValue);
+    if (index_ == i) return;
+    index_ = i;
+    Changed(Change::Value);
+    if (OnClick) OnClick();
+}
+
+void ListBox::UserSelected(int i, int button) {
+    if (i >= -1 && i < ListCount()) SetListIndex(i);
+    if (OnMouseDown) OnMouseDown({button, 0, 0, 0});
+}
+
+void ListBox::CopyFrom(const Control& other) {
+    const auto& o = static_cast<const ListBox&>(other);
+    items_ = o.items_;
+    index_ = o.index_;
+    Control::CopyFrom(other);
+}
+
 void VScrollBar::SetMin(int v) {
     min_ = v;
     if (value_ < std::min(min_, max_)) value_ = std::min(min_, max_);

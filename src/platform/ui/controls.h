@@ -108,6 +108,7 @@ private:
 class VScrollBar : public Control {
 public:
     VScrollBar(Form* owner, std::wstring name);
+    VScrollBar(Form* owner, std::wstring name, Kind kind);
     int Min() const { return min_; }
     int Max() const { return max_; }
     int Value() const { return value_; }
@@ -123,6 +124,48 @@ public:
 
 private:
     int min_ = 0, max_ = 32767, value_ = 0, small_ = 1, large_ = 1;
+};
+
+// A horizontal slider with a tick at each value: a scroll bar's model.
+class Slider : public VScrollBar {
+public:
+    Slider(Form* owner, std::wstring name);
+};
+
+// A push button; a click raises OnClick.
+class CommandButton : public Control {
+public:
+    CommandButton(Form* owner, std::wstring name);
+    const std::wstring& Caption() const { return caption_; }
+    void SetCaption(std::wstring c);
+    void CopyFrom(const Control& other) override;
+
+private:
+    std::wstring caption_;
+};
+
+// A list of texts with one entry selected, or none (-1).
+class ListBox : public Control {
+public:
+    ListBox(Form* owner, std::wstring name);
+    int ListCount() const { return int(items_.size()); }
+    // Raises 381 outside the list.
+    const std::wstring& List(int i) const;
+    void SetList(int i, std::wstring t);
+    void AddItem(std::wstring t);
+    void RemoveItem(int i); // raises 5 outside the list
+    void Clear();
+    int ListIndex() const { return index_; }
+    // -1 to ListCount()-1, else 380; a change raises OnClick, as the toolkit does.
+    void SetListIndex(int i);
+    // Called by the backend when the user picked an entry: the selection, then OnMouseDown.
+    void UserSelected(int i, int button);
+    std::function<void(int16_t& keyCode, int16_t shift)> OnKeyDown;
+    void CopyFrom(const Control& other) override;
+
+private:
+    std::vector<std::wstring> items_;
+    int index_ = -1;
 };
 
 // A plain container rectangle painted in its back colour.

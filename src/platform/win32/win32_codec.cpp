@@ -1,5 +1,5 @@
-// The image codec on GDI+: start-up, loading, the indexed bitmaps of GIF files, the
-// encoders and saving.
+// The image codec on GDI+: start-up, loading, the frames of an animation, the encoders and
+// saving.
 #include "platform/win32/win32_backend.h"
 
 #include <objidl.h> // before gdiplus.h, which needs PROPID
@@ -35,36 +35,47 @@ public:
         return status;
     }
 
-    int CreateIndexedImage(int width, int height, const std::vector<gdi::Pixel>& palette,
-                           const std::vector<uint8_t>& indices,
-                           platform::ImageHandle& image) override {
-        image = 0;
-        Gdiplus::GpBitmap* bitmap = nullptr;
-        int status = Gdiplus::DllExports::GdipCreateBitmapFromScan0(
-            width, height, 0, PixelFormat8bppIndexed, nullptr, &bitmap);
+    int LoadFrames(const std::wstring& path, std::vector<gdi::Surface>& frames,
+                   std::vector<int>& delays, int& loops) override {
+        frames.clear();
+        delays.clear();
+        loops = -1;
+        Gdiplus::GpImage* img = nullptr;
+        int status = Gdiplus::DllExports::GdipLoadImageFromFile(path.c_str(), &img);
         if (status != Gdiplus::Ok) return status;
-        GdiplusImage owned(bitmap);
-        // The palette: a count and ARGB entries after two 32-bit fields.
-        std::vector<uint8_t> buffer(sizeof(Gdiplus::ColorPalette) + 256 * sizeof(Gdiplus::ARGB));
-        auto* pal = reinterpret_cast<Gdiplus::ColorPalette*>(buffer.data());
-        pal->Flags = 0;
-        pal->Count = UINT(palette.size());
-        for (size_t i = 0; i < palette.size() && i < 256; ++i)
-            pal->Entries[i] = 0xFF000000u | palette[i];
-        status = Gdiplus::DllExports::GdipSetImagePalette(bitmap, pal);
-        Gdiplus::Rect rect(0, 0, width, height);
-        Gdiplus::BitmapData data{};
-        if (status == Gdiplus::Ok)
-            status = Gdiplus::DllExports::GdipBitmapLockBits(
-                bitmap, &rect, Gdiplus::ImageLockModeWrite, PixelFormat8bppIndexed, &data);
-        if (status == Gdiplus::Ok) {
-            for (int y = 0; y < height; ++y)
-                std::memcpy(static_cast<uint8_t*>(data.Scan0) + ptrdiff_t(y) * data.Stride,
-                            indices.data() + size_t(y) * size_t(width), size_t(width));
-            status = Gdiplus::DllExports::GdipBitmapUnlockBits(bitmap, &data);
+        GdiplusImage owned(img);
+        UINT w = 0, h = 0;
+        Gdiplus::DllExports::GdipGetImageWidth(img, &w);
+        Gdiplus::DllExports::GdipGetImageHeight(img, &h);
+        // FrameDimensionTime: the frames of an animation.
+        GUID temps{0x6aedbd6d, 0x3fb5, 0x418a, {0x83, 0xa6, 0x7f, 0x45, 0x22, 0x9d, 0xc8, 0x72}};
+        UINT nombre = 0;
+        if (Gdiplus::DllExports::GdipImageGetFrameCount(img, &temps, &nombre) != Gdiplus::Ok ||
+            nombre == 0)
+            nombre = 1;
+        const std::vector<uint8_t> delai = Property(img, 0x5100);  // PropertyTagFrameDelay
+        const std::vector<uint8_t> boucle = Property(img, 0x5101); // PropertyTagLoopCount
+        if (boucle.size() >= 2) loops = boucle[0] | boucle[1] << 8;
+        for (UINT i = 0; i < nombre; ++i) {
+            if (nombre > 1) Gdiplus::DllExports::GdipImageSelectActiveFrame(img, &temps, i);
+            gdi::Surface s(int(w), int(h), 0xFFFFFF);
+            Gdiplus::GpBitmap* cible = nullptr;
+            status = Gdiplus::DllExports::GdipCreateBitmapFromScan0(
+                int(w), int(h), int(w) * 4, PixelFormat32bppRGB, reinterpret_cast<BYTE*>(s.Data()),
+                &cible);
+            if (status != Gdiplus::Ok) return status;
+            GdiplusImage ownedCible(cible);
+            Gdiplus::GpGraphics* g = nullptr;
+            status = Gdiplus::DllExports::GdipGetImageGraphicsContext(cible, &g);
+            if (status != Gdiplus::Ok) return status;
+            Gdiplus::DllExports::GdipDrawImageRectI(g, img, 0, 0, int(w), int(h));
+            Gdiplus::DllExports::GdipDeleteGraphics(g);
+            ownedCible.reset();
+            frames.push_back(std::move(s));
+            const size_t k = size_t(i) * 4;
+            delays.push_back(
+                k + 4 <= delai.size() ? int(delai[k] | delai[k + 1] << 8 | delai[k + 2] << 16) : 0);
         }
-        if (status != Gdiplus::Ok) return status;
-        image = platform::ImageHandle(owned.release());
         return 0;
     }
 
@@ -112,6 +123,20 @@ public:
     }
 
 private:
+    // The value bytes of a property of the image; empty when it has none.
+    static std::vector<uint8_t> Property(Gdiplus::GpImage* img, PROPID id) {
+        UINT taille = 0;
+        if (Gdiplus::DllExports::GdipGetPropertyItemSize(img, id, &taille) != Gdiplus::Ok ||
+            taille < sizeof(Gdiplus::PropertyItem))
+            return {};
+        std::vector<uint8_t> buffer(taille);
+        auto* item = reinterpret_cast<Gdiplus::PropertyItem*>(buffer.data());
+        if (Gdiplus::DllExports::GdipGetPropertyItem(img, id, taille, item) != Gdiplus::Ok)
+            return {};
+        const auto* v = static_cast<const uint8_t*>(item->value);
+        return std::vector<uint8_t>(v, v + item->length);
+    }
+
     ULONG_PTR token_ = 0;
 };
 

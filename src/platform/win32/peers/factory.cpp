@@ -2,6 +2,7 @@
 #include "platform/win32/peers/check.h"
 #include "platform/win32/peers/edit.h"
 #include "platform/win32/peers/form.h"
+#include "platform/win32/peers/lists.h"
 #include "platform/win32/peers/menu.h"
 #include "platform/win32/peers/painted.h"
 #include "platform/win32/peers/scroll.h"
@@ -31,6 +32,12 @@ std::unique_ptr<ui::Peer> MakePeer(Win32Backend& be, ui::Control& c) {
         return std::make_unique<LinePeer>(be, static_cast<ui::Line&>(c));
     case ui::Kind::Shape:
         return std::make_unique<ShapePeer>(be, static_cast<ui::Shape&>(c));
+    case ui::Kind::CommandButton:
+        return std::make_unique<ButtonPeer>(be, static_cast<ui::CommandButton&>(c));
+    case ui::Kind::ListBox:
+        return std::make_unique<ListPeer>(be, static_cast<ui::ListBox&>(c));
+    case ui::Kind::Slider:
+        return std::make_unique<SliderPeer>(be, static_cast<ui::Slider&>(c));
     case ui::Kind::Timer:
     case ui::Kind::CommonDialog:
         // Timers run on the backend's timer window; dialogs are shown when asked.

@@ -259,6 +259,7 @@ LRESULT FormPeer::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
         return 0;
     }
     case WM_VSCROLL:
+    case WM_HSCROLL:
         if (lp) ReflectToChild(HWND(lp), msg, wp, lp, result);
         return 0;
     case WM_CTLCOLORSTATIC:

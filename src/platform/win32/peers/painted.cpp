@@ -121,6 +121,7 @@ LRESULT PaintedPeer::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
     // The notifications of the windows this control holds, as its form reflects them.
     case WM_COMMAND:
     case WM_VSCROLL:
+    case WM_HSCROLL:
         if (lp) ReflectToChild(HWND(lp), msg, wp, lp, result);
         return 0;
     case WM_CTLCOLORSTATIC:
