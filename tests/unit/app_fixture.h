@@ -41,6 +41,12 @@ public:
     ScopedAnsiPage& operator=(const ScopedAnsiPage&) = delete;
 };
 
+// The bytes of a file as a string.
+inline std::string ReadText(const std::wstring& path) {
+    const std::vector<uint8_t> v = rt::ReadFileBytes(path);
+    return {v.begin(), v.end()};
+}
+
 class AppTest : public ::testing::Test {
 protected:
     void SetUp() override;
@@ -51,6 +57,21 @@ protected:
     void Start(const char* langue = "ConstPRJA");
     // Clicks toolbar button i and lets the capture finish.
     void ClickButton(int i);
+    // Takes n whole-screen captures from the toolbar.
+    void Captures(int n);
+    // Files a zone capture of w by h pixels in one colour, as the overlay files one.
+    void Zone(int w, int h, gdi::Pixel c);
+
+    // One more run of the program over the same folders, up to the end of its start, with
+    // these answers ready for its boxes; marker texts too when this test has them.
+    struct Run {
+        headless::Backend be;
+        std::unique_ptr<mv::App> app;
+        bool ended = false; // the program ended while starting
+    };
+    std::unique_ptr<Run> StartAnother(std::initializer_list<int> answers = {});
+    // The program's folder of the user: the settings, the language choice, the captures.
+    std::wstring UserFolder() const { return be.shell.folders.at(L"AppData") + L"\\Mirovanta"; }
     // The program's path of a temporary file of the current run.
     std::wstring TempFile(int row) const;
 

@@ -324,8 +324,6 @@ TEST_F(CaptureListTest, SameCaptureAgainFollowsTheKindOfTheLastCapture) {
     EXPECT_EQ(app->NbVignettes, 5);
 }
 
-} // namespace
-
 TEST_F(CaptureListTest, SameZoneAgainIsCutFromAFreshGrabOnePixelInside) {
     Start();
     // A 40 x 30 zone at (20, 10) as the overlay's validation leaves it.
@@ -363,3 +361,5 @@ TEST_F(CaptureListTest, SameZoneAgainIsCutFromAFreshGrabOnePixelInside) {
     EXPECT_FALSE(main->ImgTTscreen.Visible());
     EXPECT_TRUE(be.boxes.empty());
 }
+
+} // namespace

@@ -15,13 +15,6 @@ protected:
         Start();
         for (int k = 0; k < 3; ++k) Zone(40, 30, gdi::Rgb(k * 60, 10, 10));
     }
-    void Zone(int w, int h, gdi::Pixel c) {
-        main->Picture2.Move(50, 500, Tw(w), Tw(h));
-        main->Picture2.SetPicture(gdi::Surface(w, h, c));
-        app->TypeCapt = L"z";
-        ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
-        be.RunFor(50);
-    }
     void Editer() {
         ui::Dispatch(be, [&] { mv::MnuEditPaint_Click(*app); });
     }

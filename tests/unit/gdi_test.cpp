@@ -298,7 +298,8 @@ TEST(GdiStretch, HalftoneAveragesWhenShrinking) {
                         r += RedOf(p), g += GreenOf(p), b += BlueOf(p);
                     }
                 const int a = k * k;
-                ASSERT_EQ(big.At(8 + x, 6 + y), Rgb((r + a / 2) / a, (g + a / 2) / a, (b + a / 2) / a))
+                ASSERT_EQ(big.At(8 + x, 6 + y),
+                          Rgb((r + a / 2) / a, (g + a / 2) / a, (b + a / 2) / a))
                     << k << ": " << x << "," << y;
             }
         EXPECT_EQ(big.At(7, 5), 0x123456u);

@@ -383,8 +383,6 @@ TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
     EXPECT_EQ(purs, 0);
 }
 
-} // namespace
-
 // The shutter after a grab: the camera window shows without taking the keyboard, the sound
 // plays unless Silence is set, and both go 300 ms later; a shutter during the last one
 // plays again and starts the 300 ms anew; no sound device is no error.
@@ -430,3 +428,5 @@ TEST_F(GrabTest, ShutterShowsWithoutTheKeyboardPlaysUnlessSilentAndGoesAfter300m
     EXPECT_EQ(be.audio.played.size(), 3u);
     EXPECT_TRUE(be.boxes.empty());
 }
+
+} // namespace

@@ -156,9 +156,8 @@ TEST_F(HotkeyTest, SharedKeyGoesToTheFirstFieldInOrderAndNeverToTheZone) {
 }
 
 TEST_F(HotkeyTest, NoHotkeyBeforeTheOpeningAnimationAndEveryTickMarksTheKeyboard) {
-    const std::wstring dossier = be.shell.folders.at(L"AppData") + L"\\Mirovanta";
-    rt::MkDir(dossier);
-    rt::WriteFileBytes(dossier + L"\\spoken.txt", "ConstPRJA\r\n", 11);
+    rt::MkDir(UserFolder());
+    rt::WriteFileBytes(UserFolder() + L"\\spoken.txt", "ConstPRJA\r\n", 11);
     // Control+E held through the whole start.
     be.keyboard.Press(kControl);
     be.keyboard.Press('E');

@@ -18,9 +18,6 @@ protected:
         SetScreen(64, 48, gdi::Rgb(10, 120, 200));
         Start();
     }
-    void Captures(int n) {
-        for (int i = 0; i < n; ++i) ClickButton(mv::kCmdEcran);
-    }
     std::vector<std::string> Saved() const {
         std::vector<std::string> names;
         for (const auto& e : std::filesystem::directory_iterator(root / "Personal"))
@@ -285,10 +282,6 @@ TEST_F(SaveTest, CopyTakesTheFileNotTheZoomedView) {
     EXPECT_FALSE(be.clipboard.hasImage);
     EXPECT_TRUE(be.boxes.empty());
 }
-
-} // namespace
-
-namespace {
 
 TEST(Tags, DateAndTimeTagsFollowTheSystemTextsByTheRules) {
     // Day-first dates, padded where a day or month has one digit.
