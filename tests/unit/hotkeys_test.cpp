@@ -34,11 +34,6 @@ protected:
         be.RunFor(700);
         ASSERT_TRUE(*lache) << "no tick read the keys";
     }
-
-    void LeaveOverlay() {
-        app->full->Hide();
-        main->Show();
-    }
 };
 
 TEST_F(HotkeyTest, ControlZStartsAZoneFromAnyApplicationAndZAloneDoesNothing) {
@@ -59,7 +54,6 @@ TEST_F(HotkeyTest, ControlZStartsAZoneFromAnyApplicationAndZAloneDoesNothing) {
     EXPECT_TRUE(app->full->Visible());
     EXPECT_FALSE(main->Visible());
     EXPECT_TRUE(be.boxes.empty());
-    LeaveOverlay();
 }
 
 TEST_F(HotkeyTest, DigitFiresWithControlOnTheMainRowAndAloneOnTheKeypadButZeroNever) {
