@@ -41,6 +41,15 @@ public:
     ScopedAnsiPage& operator=(const ScopedAnsiPage&) = delete;
 };
 
+// A picture where every pixel differs from its neighbours, so that a shift or a scaling
+// shows; two seeds apart by less than 256 differ at every pixel.
+inline gdi::Surface Motif(int w, int h, int graine = 0) {
+    gdi::Surface s(w, h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) s.At(x, y) = gdi::Rgb(x * 5 + graine, y * 7, x * 3 + y * 11);
+    return s;
+}
+
 // The bytes of a file as a string.
 inline std::string ReadText(const std::wstring& path) {
     const std::vector<uint8_t> v = rt::ReadFileBytes(path);

@@ -334,9 +334,7 @@ TEST_F(CaptureListTest, SameZoneAgainIsCutFromAFreshGrabOnePixelInside) {
     be.Click(main->Mnumulti);
     ASSERT_TRUE(main->Mnumulti.Checked());
 
-    for (int y = 0; y < 120; ++y)
-        for (int x = 0; x < 160; ++x)
-            be.desktop.screen.At(x, y) = gdi::Rgb(x, y, (x * 5 + y) & 255);
+    be.desktop.screen = Motif(160, 120);
     ClickButton(mv::kCmdRafraichir);
     ASSERT_EQ(app->NbVignettes, 2);
     EXPECT_EQ(app->tab.TypeV[2], L"z");

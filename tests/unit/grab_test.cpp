@@ -51,9 +51,7 @@ protected:
 
 // Every pixel of a varied screen reaches the temporary file, with no cursor drawn in.
 TEST_F(GrabTest, ToolbarGrabAtStartWritesTheScreenAndDrawsNoCursor) {
-    for (int y = 0; y < be.desktop.screen.Height(); ++y)
-        for (int x = 0; x < be.desktop.screen.Width(); ++x)
-            be.desktop.screen.At(x, y) = gdi::Rgb(x * 3 & 255, y * 5 & 255, (x ^ y) & 255);
+    be.desktop.screen = Motif(160, 120);
     be.cursor.images[be.cursor.handle] = Carre(4, kRouge);
     be.cursor.pos = {50, 40};
     Start();
@@ -174,9 +172,7 @@ TEST_F(GrabTest, CopyGoesToTheClipboardWithItsLabelUnlessSwitchedOff) {
 }
 
 TEST_F(GrabTest, WindowCaptureIsTheFrontWindowsAreaOfTheScreen) {
-    for (int y = 0; y < 120; ++y)
-        for (int x = 0; x < 160; ++x)
-            be.desktop.screen.At(x, y) = gdi::Rgb(x, y, (x * 7 + y * 3) & 255);
+    be.desktop.screen = Motif(160, 120);
     Start();
     const ui::Rect r{30, 20, 100, 70};
     const ui::Rect autre{5, 50, 45, 110};

@@ -8,14 +8,6 @@
 
 namespace {
 
-// A screen where every pixel differs from its neighbours, so that a shift shows.
-gdi::Surface Motif(int w, int h, int graine) {
-    gdi::Surface s(w, h);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) s.At(x, y) = gdi::Rgb(x * 5 + graine, y * 7, x * 3 + y * 11);
-    return s;
-}
-
 // The tint over a pixel: black at alpha 80 of 255.
 gdi::Pixel Teinte(gdi::Pixel p) {
     auto c = [](int v) { return (v * 175 + 127) / 255; };

@@ -267,8 +267,7 @@ TEST_F(SaveTest, TemporaryFileGoneBehindTheProgramsBackIsNeverMarkedSaved) {
 }
 
 TEST_F(SaveTest, CopyTakesTheFileNotTheZoomedView) {
-    for (int y = 0; y < 48; ++y)
-        for (int x = 0; x < 64; ++x) be.desktop.screen.At(x, y) = gdi::Rgb(x * 4, y * 5, 90);
+    be.desktop.screen = Motif(64, 48);
     Captures(1);
     main->mnuzoomX_Click(4); // the view at 200 %
     be.clipboard.Clear();

@@ -379,14 +379,6 @@ TEST_F(StartupTest, SessionEndAfterSavingShowsTheNoticeThreeSecondsAndKeepsTheTe
     EXPECT_EQ(jpeg, 10);
 }
 
-// A picture of its own for each seed: no two stale captures look alike.
-gdi::Surface Motif(int w, int h, int graine) {
-    gdi::Surface s(w, h);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) s.At(x, y) = gdi::Rgb(x * graine, y + graine, x ^ y);
-    return s;
-}
-
 // What a run that never quit leaves: its folder and capture files, written an hour
 // apart per folder so that the older run is the one named last.
 class StaleCapturesTest : public StartupTest {
