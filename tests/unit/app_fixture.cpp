@@ -4,6 +4,20 @@
 #include <atomic>
 #include <unistd.h>
 
+void Chord(headless::Backend& be, mv::App& app, const std::vector<int>& keys) {
+    for (int vk : keys) be.keyboard.Press(vk);
+    app.ParClavier = false;
+    auto lache = std::make_shared<bool>(false);
+    for (int t = 1; t <= 150; ++t)
+        be.Schedule(t, [&be, &app, keys, lache] {
+            if (*lache || !app.ParClavier) return;
+            for (int vk : keys) be.keyboard.Release(vk);
+            *lache = true;
+        });
+    be.RunFor(700);
+    EXPECT_TRUE(*lache) << "no tick read the keys";
+}
+
 void AppTest::SetUp() {
     static std::atomic<int> counter{0};
     root = std::filesystem::temp_directory_path() /

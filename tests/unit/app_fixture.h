@@ -56,6 +56,10 @@ inline std::string ReadText(const std::wstring& path) {
     return {v.begin(), v.end()};
 }
 
+// Holds the keys down until the keyboard timer's next tick has read them, lets go right
+// after it (within the command it starts), and lets the command finish.
+void Chord(headless::Backend& be, mv::App& app, const std::vector<int>& keys);
+
 class AppTest : public ::testing::Test {
 protected:
     void SetUp() override;
@@ -66,6 +70,7 @@ protected:
     void Start(const char* langue = "ConstPRJA");
     // Clicks toolbar button i and lets the capture finish.
     void ClickButton(int i);
+    void Chord(const std::vector<int>& keys) { ::Chord(be, *app, keys); }
     // Takes n whole-screen captures from the toolbar.
     void Captures(int n);
     // Files a zone capture of w by h pixels in one colour, as the overlay files one.

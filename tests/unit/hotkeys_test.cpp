@@ -3,8 +3,6 @@
 #include "app_fixture.h"
 #include "runtime/files.h"
 
-#include <memory>
-
 namespace {
 
 constexpr int kControl = 17;
@@ -17,22 +15,6 @@ protected:
         AppTest::SetUp();
         MarkLanguage();
         SetScreen(160, 120, gdi::Rgb(40, 90, 160));
-    }
-
-    // Holds the keys down until the keyboard timer's next tick has read them, lets go
-    // right after it (within the command it starts), and lets the command finish.
-    void Chord(const std::vector<int>& keys) {
-        for (int vk : keys) be.keyboard.Press(vk);
-        app->ParClavier = false;
-        auto lache = std::make_shared<bool>(false);
-        for (int t = 1; t <= 150; ++t)
-            be.Schedule(t, [this, keys, lache] {
-                if (*lache || !app->ParClavier) return;
-                for (int vk : keys) be.keyboard.Release(vk);
-                *lache = true;
-            });
-        be.RunFor(700);
-        ASSERT_TRUE(*lache) << "no tick read the keys";
     }
 };
 

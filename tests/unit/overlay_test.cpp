@@ -344,12 +344,8 @@ TEST_F(OverlayTest, TheCursorIsStampedOnlyForAHotkeySession) {
     // The hotkey of a zone: Control+Z as the key poll sees it.
     be.cursor.pos = {50, 60};
     be.cursor.handle = 0x4321;
-    be.keyboard.Press(ui::kKeyControl);
-    be.keyboard.Press('Z');
+    Chord({ui::kKeyControl, 'Z'});
     be.RunFor(150);
-    be.keyboard.Release('Z');
-    be.keyboard.Release(ui::kKeyControl);
-    be.RunFor(700);
     ASSERT_TRUE(F().Visible());
     EXPECT_EQ(F().PictPourSel.Image().At(50, 60), gdi::Rgb(255, 0, 0));
     EXPECT_EQ(F().Picture1.Image().At(51, 61), gdi::Rgb(255, 0, 0));

@@ -151,17 +151,7 @@ TEST_F(SettingsTest, ShortFirstLineReadsZerosAndBlanksAndMemoZoneOffLeavesTheFil
     l->be.RunFor(10000);
     EXPECT_TRUE(l->be.boxes.empty());
     EXPECT_EQ(l->app->NbVignettes, 0);
-    // Control+E held until a tick has read it, let go within the capture it starts.
-    l->be.keyboard.Press(ui::kKeyControl);
-    l->be.keyboard.Press('E');
-    l->app->ParClavier = false;
-    for (int t = 1; t <= 150; ++t)
-        l->be.Schedule(t, [&be = l->be, &app = *l->app] {
-            if (!app.ParClavier) return;
-            be.keyboard.Release(ui::kKeyControl);
-            be.keyboard.Release('E');
-        });
-    l->be.RunFor(1000);
+    ::Chord(l->be, *l->app, {ui::kKeyControl, 'E'});
     EXPECT_EQ(l->app->NbVignettes, 1);
     EXPECT_TRUE(l->be.boxes.empty());
     l->app->main->SuppVignette(1); // quit without the question of unsaved captures
