@@ -123,7 +123,7 @@ TEST_F(EditorTest, WatchTakesTheEditsBackUntilTheEditorEnds) {
     EXPECT_TRUE(main->TimPaint.Enabled());
 
     // Another program of the same name keeps the watch after ours has gone.
-    P().running.push_back(L"MSPaint.EXE");
+    P().running.emplace_back(L"MSPaint.EXE");
     P().Exit(app->PidEditeur);
     be.RunFor(10000);
     EXPECT_TRUE(main->TimPaint.Enabled());
@@ -143,7 +143,7 @@ TEST_F(EditorTest, LeavingOrDeletingTheEditedCaptureEndsOnlyOurEditor) {
     Editer();
     const uint32_t notre = app->PidEditeur;
     // Another capture chosen: our editor ends, never the other program of that name.
-    P().running.push_back(L"mspaint.exe");
+    P().running.emplace_back(L"mspaint.exe");
     Choisir(1);
     EXPECT_EQ(P().ended, std::vector<uint32_t>{notre});
     EXPECT_FALSE(main->TimPaint.Enabled());

@@ -35,7 +35,7 @@ class StartupTest : public AppTest {
 protected:
     // The program's folder copied for this test alone, and made the program's.
     fs::path CopieProgramme() {
-        const fs::path dst = root / "Programme";
+        fs::path dst = root / "Programme";
         fs::copy(MIROVANTA_ASSET_DIR, dst);
         be.shell.programFolder = rt::FromUtf8(dst.string());
         return dst;
