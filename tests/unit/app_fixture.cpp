@@ -1,7 +1,22 @@
 #include "app_fixture.h"
+#include "test_util.h"
 
 #include <atomic>
 #include <unistd.h>
+
+void Chord(headless::Backend& be, mv::App& app, const std::vector<int>& keys) {
+    for (int vk : keys) be.keyboard.Press(vk);
+    app.ParClavier = false;
+    auto lache = std::make_shared<bool>(false);
+    for (int t = 1; t <= 150; ++t)
+        be.Schedule(t, [&be, &app, keys, lache] {
+            if (*lache || !app.ParClavier) return;
+            for (int vk : keys) be.keyboard.Release(vk);
+            *lache = true;
+        });
+    be.RunFor(700);
+    EXPECT_TRUE(*lache) << "no tick read the keys";
+}
 
 void AppTest::SetUp() {
     static std::atomic<int> counter{0};
@@ -41,6 +56,44 @@ void AppTest::Start(const char* langue) {
 void AppTest::ClickButton(int i) {
     be.Click(main->bouton[i]);
     be.RunFor(50);
+}
+
+void AppTest::Captures(int n) {
+    const int avant = app->NbVignettes;
+    for (int i = 0; i < n; ++i) ClickButton(mv::kCmdEcran);
+    EXPECT_EQ(app->NbVignettes, avant + n);
+}
+
+void AppTest::Zone(int w, int h, gdi::Pixel c) {
+    main->Picture2.Move(50, 500, Tw(w), Tw(h));
+    main->Picture2.SetPicture(gdi::Surface(w, h, c));
+    app->TypeCapt = L"z";
+    ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
+    be.RunFor(50);
+}
+
+std::unique_ptr<AppTest::Run> AppTest::StartAnother(std::initializer_list<int> answers) {
+    auto r = std::make_unique<Run>();
+    r->be.shell.folders = be.shell.folders;
+    r->be.shell.programFolder = be.shell.programFolder;
+    r->be.answers.assign(answers.begin(), answers.end());
+    r->app = std::make_unique<mv::App>(r->be);
+    // The language load replaces the marker texts: they go in again before the main window
+    // loads, as in Start.
+    auto marquer = [&] {
+        if (!marquer_) return;
+        for (size_t n = 0; n < r->app->lang.TabConst.size(); ++n)
+            r->app->lang.TabConst[n] = Entry(int(n));
+    };
+    try {
+        marquer();
+        r->app->Start();
+        marquer();
+        r->be.RunFor(1000);
+    } catch (const headless::ProgramEnded&) {
+        r->ended = true;
+    }
+    return r;
 }
 
 std::wstring AppTest::TempFile(int row) const {

@@ -41,6 +41,25 @@ public:
     ScopedAnsiPage& operator=(const ScopedAnsiPage&) = delete;
 };
 
+// A picture where every pixel differs from its neighbours, so that a shift or a scaling
+// shows; two seeds apart by less than 256 differ at every pixel.
+inline gdi::Surface Motif(int w, int h, int graine = 0) {
+    gdi::Surface s(w, h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) s.At(x, y) = gdi::Rgb(x * 5 + graine, y * 7, x * 3 + y * 11);
+    return s;
+}
+
+// The bytes of a file as a string.
+inline std::string ReadText(const std::wstring& path) {
+    const std::vector<uint8_t> v = rt::ReadFileBytes(path);
+    return {v.begin(), v.end()};
+}
+
+// Holds the keys down until the keyboard timer's next tick has read them, lets go right
+// after it (within the command it starts), and lets the command finish.
+void Chord(headless::Backend& be, mv::App& app, const std::vector<int>& keys);
+
 class AppTest : public ::testing::Test {
 protected:
     void SetUp() override;
@@ -51,6 +70,22 @@ protected:
     void Start(const char* langue = "ConstPRJA");
     // Clicks toolbar button i and lets the capture finish.
     void ClickButton(int i);
+    void Chord(const std::vector<int>& keys) { ::Chord(be, *app, keys); }
+    // Takes n whole-screen captures from the toolbar.
+    void Captures(int n);
+    // Files a zone capture of w by h pixels in one colour, as the overlay files one.
+    void Zone(int w, int h, gdi::Pixel c);
+
+    // One more run of the program over the same folders, up to the end of its start, with
+    // these answers ready for its boxes; marker texts too when this test has them.
+    struct Run {
+        headless::Backend be;
+        std::unique_ptr<mv::App> app;
+        bool ended = false; // the program ended while starting
+    };
+    std::unique_ptr<Run> StartAnother(std::initializer_list<int> answers = {});
+    // The program's folder of the user: the settings, the language choice, the captures.
+    std::wstring UserFolder() const { return be.shell.folders.at(L"AppData") + L"\\Mirovanta"; }
     // The program's path of a temporary file of the current run.
     std::wstring TempFile(int row) const;
 

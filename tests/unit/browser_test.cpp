@@ -15,14 +15,6 @@ protected:
         Start();
     }
     mv::Flistimages& L() { return *app->list; }
-    // A zone capture of w x h pixels in one colour, filed as the overlay files one.
-    void Zone(int w, int h, gdi::Pixel c) {
-        main->Picture2.Move(50, 500, Tw(w), Tw(h));
-        main->Picture2.SetPicture(gdi::Surface(w, h, c));
-        app->TypeCapt = L"z";
-        ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
-        be.RunFor(50);
-    }
     // Types text then Enter in position box i.
     void Position(int i, const std::wstring& texte) {
         L().Txtordre[i].SetText(texte);

@@ -15,13 +15,6 @@ protected:
         Start();
         for (int k = 0; k < 3; ++k) Zone(40, 30, gdi::Rgb(k * 60, 10, 10));
     }
-    void Zone(int w, int h, gdi::Pixel c) {
-        main->Picture2.Move(50, 500, Tw(w), Tw(h));
-        main->Picture2.SetPicture(gdi::Surface(w, h, c));
-        app->TypeCapt = L"z";
-        ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
-        be.RunFor(50);
-    }
     void Editer() {
         ui::Dispatch(be, [&] { mv::MnuEditPaint_Click(*app); });
     }
@@ -130,7 +123,7 @@ TEST_F(EditorTest, WatchTakesTheEditsBackUntilTheEditorEnds) {
     EXPECT_TRUE(main->TimPaint.Enabled());
 
     // Another program of the same name keeps the watch after ours has gone.
-    P().running.push_back(L"MSPaint.EXE");
+    P().running.emplace_back(L"MSPaint.EXE");
     P().Exit(app->PidEditeur);
     be.RunFor(10000);
     EXPECT_TRUE(main->TimPaint.Enabled());
@@ -150,7 +143,7 @@ TEST_F(EditorTest, LeavingOrDeletingTheEditedCaptureEndsOnlyOurEditor) {
     Editer();
     const uint32_t notre = app->PidEditeur;
     // Another capture chosen: our editor ends, never the other program of that name.
-    P().running.push_back(L"mspaint.exe");
+    P().running.emplace_back(L"mspaint.exe");
     Choisir(1);
     EXPECT_EQ(P().ended, std::vector<uint32_t>{notre});
     EXPECT_FALSE(main->TimPaint.Enabled());

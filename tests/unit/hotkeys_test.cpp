@@ -3,8 +3,6 @@
 #include "app_fixture.h"
 #include "runtime/files.h"
 
-#include <memory>
-
 namespace {
 
 constexpr int kControl = 17;
@@ -17,27 +15,6 @@ protected:
         AppTest::SetUp();
         MarkLanguage();
         SetScreen(160, 120, gdi::Rgb(40, 90, 160));
-    }
-
-    // Holds the keys down until the keyboard timer's next tick has read them, lets go
-    // right after it (within the command it starts), and lets the command finish.
-    void Chord(const std::vector<int>& keys) {
-        for (int vk : keys) be.keyboard.Press(vk);
-        app->ParClavier = false;
-        auto lache = std::make_shared<bool>(false);
-        for (int t = 1; t <= 150; ++t)
-            be.Schedule(t, [this, keys, lache] {
-                if (*lache || !app->ParClavier) return;
-                for (int vk : keys) be.keyboard.Release(vk);
-                *lache = true;
-            });
-        be.RunFor(700);
-        ASSERT_TRUE(*lache) << "no tick read the keys";
-    }
-
-    void LeaveOverlay() {
-        app->full->Hide();
-        main->Show();
     }
 };
 
@@ -59,7 +36,6 @@ TEST_F(HotkeyTest, ControlZStartsAZoneFromAnyApplicationAndZAloneDoesNothing) {
     EXPECT_TRUE(app->full->Visible());
     EXPECT_FALSE(main->Visible());
     EXPECT_TRUE(be.boxes.empty());
-    LeaveOverlay();
 }
 
 TEST_F(HotkeyTest, DigitFiresWithControlOnTheMainRowAndAloneOnTheKeypadButZeroNever) {
@@ -156,9 +132,8 @@ TEST_F(HotkeyTest, SharedKeyGoesToTheFirstFieldInOrderAndNeverToTheZone) {
 }
 
 TEST_F(HotkeyTest, NoHotkeyBeforeTheOpeningAnimationAndEveryTickMarksTheKeyboard) {
-    const std::wstring dossier = be.shell.folders.at(L"AppData") + L"\\Mirovanta";
-    rt::MkDir(dossier);
-    rt::WriteFileBytes(dossier + L"\\spoken.txt", "ConstPRJA\r\n", 11);
+    rt::MkDir(UserFolder());
+    rt::WriteFileBytes(UserFolder() + L"\\spoken.txt", "ConstPRJA\r\n", 11);
     // Control+E held through the whole start.
     be.keyboard.Press(kControl);
     be.keyboard.Press('E');

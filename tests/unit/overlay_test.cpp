@@ -1,18 +1,12 @@
 // The selection overlay: the frozen, dimmed screen, placing and drawing the rectangle with
-// the mouse, the handles, validation into a capture, multi-selection and reopening.
+// the mouse, the handles, validation into a capture, multi-selection and reopening; its
+// keyboard: sizing and moving the rectangle, the modifiers' order, scrolling, the second
+// screen and the seam of a double-height picture.
 #include "app_fixture.h"
 #include "platform/gdi/bmp.h"
 #include "test_util.h"
 
 namespace {
-
-// A screen where every pixel differs from its neighbours, so that a shift shows.
-gdi::Surface Motif(int w, int h, int graine) {
-    gdi::Surface s(w, h);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) s.At(x, y) = gdi::Rgb(x * 5 + graine, y * 7, x * 3 + y * 11);
-    return s;
-}
 
 // The tint over a pixel: black at alpha 80 of 255.
 gdi::Pixel Teinte(gdi::Pixel p) {
@@ -37,6 +31,18 @@ protected:
         ASSERT_TRUE(F().Visible());
     }
     gdi::Surface Capture(int row) const { return gdi::LoadBmp(TempFile(row)); }
+    void Touche(int16_t code, int16_t shift = 0) { be.KeyDown(F(), code, shift); }
+    // Places the rectangle and its handles.
+    void Rect(int l, int t, int w, int h) {
+        F().rectsel.Move(Tw(l), Tw(t), Tw(w), Tw(h));
+        F().PlacDesCoins(F().rectsel);
+    }
+    void ExpectRect(int l, int t, int w, int h) {
+        EXPECT_EQ(F().rectsel.Left(), Tw(l));
+        EXPECT_EQ(F().rectsel.Top(), Tw(t));
+        EXPECT_EQ(F().rectsel.Width(), Tw(w));
+        EXPECT_EQ(F().rectsel.Height(), Tw(h));
+    }
 };
 
 TEST_F(OverlayTest, TheScreenFreezesDimmedWithACleanCopyAndSlidesIn) {
@@ -75,8 +81,7 @@ TEST_F(OverlayTest, TheScreenFreezesDimmedWithACleanCopyAndSlidesIn) {
     be.RunFor(500);
     EXPECT_EQ(be.desktop.forced.size(), 2u);
     // The clear spot shows the clean pixels inside the rectangle, 10 twips in.
-    F().rectsel.Move(Tw(20), Tw(10), Tw(40), Tw(30));
-    F().PlacDesCoins(F().rectsel);
+    Rect(20, 10, 40, 30);
     EXPECT_TRUE(F().PictClaire.Visible());
     EXPECT_EQ(F().PictClaire.Image().At(0, 0), be.desktop.screen.At(21, 11));
 
@@ -89,8 +94,7 @@ TEST_F(OverlayTest, TheScreenFreezesDimmedWithACleanCopyAndSlidesIn) {
 TEST_F(OverlayTest, ARightClickTakesThePlacedRectangleOnePixelIn) {
     Start();
     Ouvrir(1);
-    F().rectsel.Move(Tw(20), Tw(10), Tw(40), Tw(30));
-    F().PlacDesCoins(F().rectsel);
+    Rect(20, 10, 40, 30);
     be.MouseDown(F().Picture1, Tw(150), Tw(140), ui::kRightButton);
     be.RunFor(50);
     // The first zone of the run reaches the list.
@@ -177,8 +181,7 @@ TEST_F(OverlayTest, HandlesResizeAndCrossingTheOppositeEdgeSpringsBack) {
     app->params.LargSel = L"0050";
     app->params.HautSel = L"0030";
     Ouvrir(1);
-    F().rectsel.Move(Tw(40), Tw(40), Tw(60), Tw(40));
-    F().PlacDesCoins(F().rectsel);
+    Rect(40, 40, 60, 40);
     // Handle 5, bottom right: the edges land five pixels beyond the mouse.
     EXPECT_EQ(F().coinrect[5].Left(), Tw(100));
     be.MouseMove(F().Picture1, Tw(110), Tw(90), ui::kLeftButton);
@@ -341,20 +344,148 @@ TEST_F(OverlayTest, TheCursorIsStampedOnlyForAHotkeySession) {
     // The hotkey of a zone: Control+Z as the key poll sees it.
     be.cursor.pos = {50, 60};
     be.cursor.handle = 0x4321;
-    be.keyboard.Press(ui::kKeyControl);
-    be.keyboard.Press('Z');
+    Chord({ui::kKeyControl, 'Z'});
     be.RunFor(150);
-    be.keyboard.Release('Z');
-    be.keyboard.Release(ui::kKeyControl);
-    be.RunFor(700);
     ASSERT_TRUE(F().Visible());
     EXPECT_EQ(F().PictPourSel.Image().At(50, 60), gdi::Rgb(255, 0, 0));
     EXPECT_EQ(F().Picture1.Image().At(51, 61), gdi::Rgb(255, 0, 0));
 }
 
-} // namespace
+TEST_F(OverlayTest, ArrowsSizeAndMoveInTheTablesOrder) {
+    Start();
+    Ouvrir(1);
+    Rect(20, 10, 40, 30);
+    Touche(39);
+    Touche(40);
+    ExpectRect(20, 10, 41, 31);
+    Touche(37, 4); // Alt: 20 pixels
+    Touche(38, 4);
+    ExpectRect(20, 10, 21, 11);
+    Touche(39, 1); // Shift: move by one
+    Touche(40, 2); // Control: move by 20
+    ExpectRect(21, 30, 21, 11);
+    // Alt wins over Shift, Shift over Control.
+    Touche(39, 1 | 4);
+    ExpectRect(21, 30, 41, 11);
+    Touche(37, 1 | 2);
+    ExpectRect(20, 30, 41, 11);
+    // A step that would turn the rectangle inside out does nothing.
+    Touche(38, 4);
+    ExpectRect(20, 30, 41, 11);
+    EXPECT_FALSE(be.ended);
+    // The labels follow; Enter takes the rectangle one pixel in.
+    EXPECT_EQ(F().Labtaille.Left(), Tw(61) + 50);
+    Touche(13);
+    ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_EQ(Capture(1), ScreenPart({21, 31, 62, 42}));
+}
 
-namespace {
+TEST_F(OverlayTest, FreeModeArrowsStartFromTheHiddenRectangle) {
+    Start();
+    Ouvrir(0);
+    Rect(20, 10, 40, 30);
+    Touche(39);
+    ExpectRect(20, 10, 41, 30);
+    Touche(13);
+    ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_EQ(Capture(1).Width(), 41);
+}
+
+// In multi-selection: keys that arrive while a rectangle is being taken wait for nothing
+// and do nothing, a held Enter takes one capture, and a close request (Alt+F4) is Escape.
+TEST_F(OverlayTest, EnterTakesOnceAndACloseIsEscape) {
+    Start();
+    be.Click(main->Mnumulti);
+    Ouvrir(1);
+    Rect(20, 10, 40, 30);
+    be.Schedule(0, [&] { Touche(27); });
+    Touche(13);
+    ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_TRUE(F().EnSession());
+    be.KeyDown(F(), 13, 0, true);
+    EXPECT_EQ(app->NbVignettes, 1);
+    be.RunFor(500); // the list comes and goes, the overlay has the keys again
+    EXPECT_TRUE(F().Visible());
+    EXPECT_EQ(be.desktop.forced.back(), F().Handle());
+
+    ui::Dispatch(be, [&] { F().CloseRequested(ui::kFormControlMenu); });
+    EXPECT_TRUE(F().IsLoaded());
+    EXPECT_FALSE(F().EnSession());
+    EXPECT_TRUE(main->Visible());
+    EXPECT_EQ(app->NbVignettes, 1);
+}
+
+TEST_F(OverlayTest, ScrollingAndTheSecondScreen) {
+    Start();
+    Ouvrir(1);
+    // A plain session: F8 once, then refused until F9.
+    Touche(119);
+    EXPECT_EQ(F().Picture1.Top(), -100);
+    Touche(119);
+    EXPECT_EQ(F().Picture1.Top(), -100);
+    Touche(120);
+    EXPECT_EQ(F().Picture1.Top(), 0);
+    // One monitor: numeric plus shows the notice and nothing scrolls; nor does Tab.
+    const size_t forced = be.desktop.forced.size();
+    Touche(107);
+    EXPECT_EQ(BoxesWith(Entry(155)), 1);
+    EXPECT_EQ(F().Picture1.Left(), 0);
+    EXPECT_EQ(be.desktop.forced.size(), forced + 1); // the keys back from the box
+    Touche(9);
+    EXPECT_EQ(F().Picture1.Left(), 0);
+    Touche(27);
+
+    // Two monitors: plus in steps of 300 down to minus one screen, minus back to 0.
+    be.screen.monitors = 2;
+    be.desktop.screen = gdi::Surface(400, 150, gdi::Rgb(1, 2, 3));
+    Ouvrir(1);
+    for (int i = 0; i < 12; ++i) Touche(107);
+    EXPECT_EQ(F().Picture1.Left(), -Tw(200));
+    EXPECT_EQ(BoxesWith(Entry(155)), 1);
+    Touche(9);
+    EXPECT_EQ(F().Picture1.Left(), Tw(200));
+    Touche(109); // minus only while the picture is left of 0
+    EXPECT_EQ(F().Picture1.Left(), Tw(200));
+}
+
+TEST_F(OverlayTest, TheSeamIsTrimmedOnBothSurfacesAndGivenBack) {
+    Start();
+    Ouvrir(1);
+    // F6 and F7 do nothing in a plain session.
+    const gdi::Surface avant = F().PictPourSel.Image();
+    Touche(117);
+    Touche(118);
+    EXPECT_EQ(F().PictPourSel.Image(), avant);
+    EXPECT_EQ(F().RognBas, 0);
+    Touche(27);
+
+    ClickButton(mv::kCmdZoneDouble);
+    be.RunFor(300);
+    ASSERT_TRUE(F().Visible());
+    const gdi::Surface bas = F().PictBasSel.Image();
+    Touche(117);
+    Touche(117);
+    // Two rows trimmed, and the seam two rows up: the lower grab starts at row 148.
+    EXPECT_EQ(F().RognBas, 2);
+    EXPECT_EQ(F().DemiHautPx, 148);
+    EXPECT_EQ(F().PictPourSel.Image().At(5, 148), bas.At(5, 2));
+    EXPECT_EQ(F().Picture1.Image().At(5, 148), F().PictBas.Image().At(5, 2));
+    Touche(117, 1);
+    EXPECT_EQ(F().RognBas, 1);
+    EXPECT_EQ(F().PictPourSel.Image().At(5, 148), bas.At(5, 1));
+    // F7 shifts the upper grab down.
+    Touche(118);
+    EXPECT_EQ(F().RognHaut, 1);
+    EXPECT_EQ(F().PictPourSel.Image().At(5, 1), F().PictHautSel.Image().At(5, 0));
+    // A validation by mouse keeps the counts; the next session starts untrimmed.
+    F().rectsel.Move(Tw(20), Tw(130), Tw(40), Tw(30));
+    be.MouseDown(F().Picture1, Tw(150), Tw(100), ui::kRightButton);
+    EXPECT_EQ(F().RognBas, 1);
+    Ouvrir(1);
+    EXPECT_EQ(F().RognBas, 0);
+    EXPECT_EQ(F().RognHaut, 0);
+}
+
 // A 3840 x 2160 screen passes 16-bit twips: a whole-screen capture, then a zone, reach the
 // list with their sizes.
 TEST_F(OverlayTest, BigScreenCapturesKeepTheirSizes) {

@@ -29,17 +29,13 @@ TEST(RuntimeErrors, NumberTextAndWhat) {
 }
 
 TEST(RuntimeInteger, BankersRoundingAndOverflow) {
-    EXPECT_EQ(rt::CInt(2.5), 2);
-    EXPECT_EQ(rt::CInt(3.5), 4);
-    EXPECT_EQ(rt::CInt(-2.5), -2);
-    EXPECT_EQ(rt::CInt(-3.5), -4);
-    EXPECT_EQ(rt::CInt(2.5000001), 3);
-    EXPECT_EQ(rt::CInt(-0.4), 0);
-    EXPECT_EQ(rt::CInt(32767.4), 32767);
-    EXPECT_EQ(rt::CInt(-32768.5), -32768); // rounds to the even -32768, in range
-    EXPECT_EQ(ErrorOf([] { rt::CInt(32767.5); }), 6);
-    EXPECT_EQ(ErrorOf([] { rt::CInt(-32769); }), 6);
-    EXPECT_EQ(ErrorOf([] { rt::CInt(std::nan("")); }), 6);
+    // Half to even; -32768.5 rounds to the even -32768, still in range.
+    const std::pair<double, int> cints[] = {{2.5, 2},         {3.5, 4},          {-2.5, -2},
+                                            {-3.5, -4},       {2.5000001, 3},    {-0.4, 0},
+                                            {32767.4, 32767}, {-32768.5, -32768}};
+    for (auto [v, want] : cints) EXPECT_EQ(rt::CInt(v), want) << v;
+    for (double v : {32767.5, -32769.0, std::nan("")})
+        EXPECT_EQ(ErrorOf([v] { rt::CInt(v); }), 6) << v;
     EXPECT_EQ(rt::I16(-32768), -32768);
     EXPECT_EQ(ErrorOf([] { rt::I16(32767LL + 1); }), 6);
     EXPECT_EQ(rt::CLng(1e9 + 0.5), 1000000000);
@@ -76,32 +72,23 @@ TEST(RuntimeStrings, PositionsAndErrors) {
     EXPECT_EQ(rt::Chr(0x80), L"€");
 }
 
+// Blanks inside the number are skipped, CR is no blank, an exponent without digits is
+// ignored, &H of four digits is a 16-bit Integer unless '&' follows.
 TEST(RuntimeVal, LeadingNumberRule) {
-    EXPECT_EQ(rt::Val(L" 1 2 3abc"), 123);
-    EXPECT_EQ(rt::Val(L"7Capt"), 7);
-    EXPECT_EQ(rt::Val(L"2E3"), 2000);
-    EXPECT_EQ(rt::Val(L"2d-1"), 0.2);
-    EXPECT_EQ(rt::Val(L"E5"), 0);
-    EXPECT_EQ(rt::Val(L""), 0);
-    EXPECT_EQ(rt::Val(L"-"), 0);
-    EXPECT_EQ(rt::Val(L"\t- 4.5.6"), -4.5);
-    EXPECT_EQ(rt::Val(L"+.5"), 0.5);
-    EXPECT_EQ(rt::Val(L"1e"), 1); // an exponent without digits is ignored
-    EXPECT_EQ(rt::Val(L"1e+x"), 1);
-    EXPECT_EQ(rt::Val(L"12,5"), 12);
-    EXPECT_EQ(rt::Val(L"--5"), 0);
-    EXPECT_EQ(rt::Val(L"1\r\n2"), 1); // CR is not a blank
-    EXPECT_EQ(rt::Val(L"&HFF"), 255);
-    EXPECT_EQ(rt::Val(L"&hFFFF"), -1);
-    EXPECT_EQ(rt::Val(L"&HFFFF&"), 65535);
-    EXPECT_EQ(rt::Val(L"&H10000"), 65536);
-    EXPECT_EQ(rt::Val(L"&O17x"), 15);
-    EXPECT_EQ(rt::Val(L"&X1"), 0);
-    EXPECT_EQ(rt::Val(L"1e-400"), 0);
-    EXPECT_EQ(ErrorOf([] { rt::Val(L"1e400"); }), 6);
-    EXPECT_EQ(ErrorOf([] { rt::Val(L"&H123456789"); }), 6);
+    const std::pair<const wchar_t*, double> cases[] = {
+        {L" 1 2 3abc", 123}, {L"7Capt", 7},        {L"2E3", 2000},
+        {L"2d-1", 0.2},      {L"E5", 0},           {L"", 0},
+        {L"-", 0},           {L"\t- 4.5.6", -4.5}, {L"+.5", 0.5},
+        {L"1e", 1},          {L"1e+x", 1},         {L"12,5", 12},
+        {L"--5", 0},         {L"1\r\n2", 1},       {L"&HFF", 255},
+        {L"&hFFFF", -1},     {L"&HFFFF&", 65535},  {L"&H10000", 65536},
+        {L"&O17x", 15},      {L"&X1", 0},          {L"1e-400", 0}};
+    for (auto [text, want] : cases) EXPECT_EQ(rt::Val(text), want) << rt::ToUtf8(text);
+    for (const wchar_t* text : {L"1e400", L"&H123456789"})
+        EXPECT_EQ(ErrorOf([text] { rt::Val(text); }), 6) << rt::ToUtf8(text);
 }
 
+// Fifteen significant digits; a blank before a non-negative value, no zero before the point.
 TEST(RuntimeStr, LeadingBlankAndDigits) {
     EXPECT_EQ(rt::Str(420), L" 420");
     EXPECT_EQ(rt::Str(-3), L"-3");

@@ -18,9 +18,6 @@ protected:
         SetScreen(64, 48, gdi::Rgb(10, 120, 200));
         Start();
     }
-    void Captures(int n) {
-        for (int i = 0; i < n; ++i) ClickButton(mv::kCmdEcran);
-    }
     std::vector<std::string> Saved() const {
         std::vector<std::string> names;
         for (const auto& e : std::filesystem::directory_iterator(root / "Personal"))
@@ -270,8 +267,7 @@ TEST_F(SaveTest, TemporaryFileGoneBehindTheProgramsBackIsNeverMarkedSaved) {
 }
 
 TEST_F(SaveTest, CopyTakesTheFileNotTheZoomedView) {
-    for (int y = 0; y < 48; ++y)
-        for (int x = 0; x < 64; ++x) be.desktop.screen.At(x, y) = gdi::Rgb(x * 4, y * 5, 90);
+    be.desktop.screen = Motif(64, 48);
     Captures(1);
     main->mnuzoomX_Click(4); // the view at 200 %
     be.clipboard.Clear();
@@ -285,10 +281,6 @@ TEST_F(SaveTest, CopyTakesTheFileNotTheZoomedView) {
     EXPECT_FALSE(be.clipboard.hasImage);
     EXPECT_TRUE(be.boxes.empty());
 }
-
-} // namespace
-
-namespace {
 
 TEST(Tags, DateAndTimeTagsFollowTheSystemTextsByTheRules) {
     // Day-first dates, padded where a day or month has one digit.

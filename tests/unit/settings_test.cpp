@@ -32,58 +32,31 @@ std::wstring Large(const std::string& ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
-// One run of the program on its own backend, over the folders of the test.
-struct Lancement {
-    headless::Backend be;
-    std::unique_ptr<mv::App> app;
-    bool fini = false; // the program ended while starting
-    mv::Params& params() { return app->params; }
-};
-
 class SettingsTest : public AppTest {
 protected:
-    std::wstring Dossier() const { return be.shell.folders.at(L"AppData") + L"\\Mirovanta"; }
-    std::wstring Fichier() const { return Dossier() + L"\\params.txt"; }
+    void SetUp() override {
+        AppTest::SetUp();
+        MarkLanguage();
+    }
+    std::wstring Fichier() const { return UserFolder() + L"\\params.txt"; }
     std::string Personal() const { return (root / "Personal").string(); }
 
     void Ecrire(const std::string& octets) {
-        if (!rt::DirExists(Dossier())) rt::MkDir(Dossier());
+        if (!rt::DirExists(UserFolder())) rt::MkDir(UserFolder());
         rt::WriteFileBytes(Fichier(), octets.data(), octets.size());
     }
-    std::string Lire() const {
-        const std::vector<uint8_t> v = rt::ReadFileBytes(Fichier());
-        return std::string(v.begin(), v.end());
-    }
+    std::string Lire() const { return ReadText(Fichier()); }
 
     // A run of the program up to the end of its start-up, the language already chosen.
-    std::unique_ptr<Lancement> Lancer(std::initializer_list<int> reponses = {}) {
-        if (!rt::DirExists(Dossier())) rt::MkDir(Dossier());
-        rt::WriteFileBytes(Dossier() + L"\\spoken.txt", "ConstPRJA\r\n", 11);
-        auto l = std::make_unique<Lancement>();
-        l->be.shell.folders = be.shell.folders;
-        l->be.shell.programFolder = be.shell.programFolder;
-        l->be.answers.assign(reponses.begin(), reponses.end());
-        l->app = std::make_unique<mv::App>(l->be);
-        // Marker texts tell which entry a box shows; the language load replaces them, so
-        // they are put back before the main window loads.
-        auto marquer = [&] {
-            for (size_t n = 0; n < l->app->lang.TabConst.size(); ++n)
-                l->app->lang.TabConst[n] = Entry(int(n));
-        };
-        try {
-            marquer();
-            l->app->Start();
-            marquer();
-            l->be.RunFor(1000);
-        } catch (const headless::ProgramEnded&) {
-            l->fini = true;
-        }
-        return l;
+    std::unique_ptr<Run> Lancer(std::initializer_list<int> reponses = {}) {
+        if (!rt::DirExists(UserFolder())) rt::MkDir(UserFolder());
+        rt::WriteFileBytes(UserFolder() + L"\\spoken.txt", "ConstPRJA\r\n", 11);
+        return StartAnother(reponses);
     }
 
     // The run asked the repair question; with Yes it wrote the repair file and said so.
-    void AttendreReparation(Lancement& l, int reponse, const std::string& avant) {
-        EXPECT_TRUE(l.fini);
+    void AttendreReparation(Run& l, int reponse, const std::string& avant) {
+        EXPECT_TRUE(l.ended);
         EXPECT_EQ(l.be.lastError, 0);
         ASSERT_GE(l.be.boxes.size(), 1u);
         EXPECT_EQ(l.be.boxes[0].prompt, Entry(125));
@@ -107,16 +80,16 @@ protected:
     }
 
     // Starts on the given content, which must read without the repair question.
-    std::unique_ptr<Lancement> LireSansMessage(const std::string& contenu) {
+    std::unique_ptr<Run> LireSansMessage(const std::string& contenu) {
         Ecrire(contenu);
         auto l = Lancer();
-        EXPECT_FALSE(l->fini);
+        EXPECT_FALSE(l->ended);
         for (const auto& b : l->be.boxes) EXPECT_NE(b.prompt, Entry(125));
         return l;
     }
 
     // Quits the run: the exit question is not asked, there are no captures.
-    static void Quitter(Lancement& l) {
+    static void Quitter(Run& l) {
         EXPECT_THROW(l.app->main->quitprog(), headless::ProgramEnded);
         EXPECT_EQ(l.be.lastError, 0);
     }
@@ -124,14 +97,14 @@ protected:
 
 TEST_F(SettingsTest, FirstRunWritesTheDefaultFileAndTheNextStartReadsIt) {
     auto l = Lancer();
-    EXPECT_FALSE(l->fini);
+    EXPECT_FALSE(l->ended);
     EXPECT_TRUE(l->be.boxes.empty());
     // Line 2 at first run is the Personal folder without padding.
     EXPECT_EQ(Lire(), kPremiere + "\r\n" + Personal() + "\r\n");
 
     for (int run = 0; run < 2; ++run) {
         SCOPED_TRACE(run);
-        const mv::Params& p = l->params();
+        const mv::Params& p = l->app->params;
         EXPECT_EQ(p.LigneParams, Large(kPremiere));
         EXPECT_EQ(std::wstring({p.ToucheZone, p.ToucheMemeZone, p.ToucheEcran, p.ToucheFenetre,
                                 p.ToucheDoubleH}),
@@ -149,10 +122,10 @@ TEST_F(SettingsTest, FirstRunWritesTheDefaultFileAndTheNextStartReadsIt) {
         EXPECT_EQ(p.EditeurNom, L"mspaint.exe");
         EXPECT_EQ(p.DossierEnreg.size(), 300u);
         EXPECT_EQ(p.DossierEnregCourt, rt::FromUtf8(Personal()));
-        EXPECT_EQ(p.DossierTemp, Dossier() + L"\\tempocapt");
+        EXPECT_EQ(p.DossierTemp, UserFolder() + L"\\tempocapt");
         EXPECT_EQ(l->app->main->TimPeriod.Interval(), 10000);
         l = Lancer();
-        EXPECT_FALSE(l->fini);
+        EXPECT_FALSE(l->ended);
         EXPECT_TRUE(l->be.boxes.empty());
     }
 }
@@ -160,7 +133,7 @@ TEST_F(SettingsTest, FirstRunWritesTheDefaultFileAndTheNextStartReadsIt) {
 TEST_F(SettingsTest, ShortFirstLineReadsZerosAndBlanksAndMemoZoneOffLeavesTheFileAtExit) {
     const std::string contenu = kPremiere.substr(0, 104) + "\r\nD:\\Captures\r\n";
     auto l = LireSansMessage(contenu);
-    const mv::Params& p = l->params();
+    const mv::Params& p = l->app->params;
     EXPECT_EQ(p.LigneParams, Large(kPremiere.substr(0, 104)) + rt::Space(196));
     EXPECT_EQ(p.ToucheFenetre, L'F');
     EXPECT_EQ(p.ToucheDoubleH, L' ');
@@ -178,17 +151,7 @@ TEST_F(SettingsTest, ShortFirstLineReadsZerosAndBlanksAndMemoZoneOffLeavesTheFil
     l->be.RunFor(10000);
     EXPECT_TRUE(l->be.boxes.empty());
     EXPECT_EQ(l->app->NbVignettes, 0);
-    // Control+E held until a tick has read it, let go within the capture it starts.
-    l->be.keyboard.Press(ui::kKeyControl);
-    l->be.keyboard.Press('E');
-    l->app->ParClavier = false;
-    for (int t = 1; t <= 150; ++t)
-        l->be.Schedule(t, [&be = l->be, &app = *l->app] {
-            if (!app.ParClavier) return;
-            be.keyboard.Release(ui::kKeyControl);
-            be.keyboard.Release('E');
-        });
-    l->be.RunFor(1000);
+    ::Chord(l->be, *l->app, {ui::kKeyControl, 'E'});
     EXPECT_EQ(l->app->NbVignettes, 1);
     EXPECT_TRUE(l->be.boxes.empty());
     l->app->main->SuppVignette(1); // quit without the question of unsaved captures
@@ -206,9 +169,9 @@ TEST_F(SettingsTest, OneLineOrEmptyFileAsksForRepairAndNoLeavesItUntouched) {
     // The repaired file reads without a question, with its two differences.
     auto l = Lancer();
     EXPECT_TRUE(l->be.boxes.empty());
-    EXPECT_EQ(l->params().ToucheDoubleH, L'2');
-    EXPECT_EQ(l->params().PreAffZone, 0);
-    EXPECT_EQ(l->params().DossierEnregCourt, rt::FromUtf8(Personal()));
+    EXPECT_EQ(l->app->params.ToucheDoubleH, L'2');
+    EXPECT_EQ(l->app->params.PreAffZone, 0);
+    EXPECT_EQ(l->app->params.DossierEnregCourt, rt::FromUtf8(Personal()));
 }
 
 TEST_F(SettingsTest, FieldsThatCannotBeReadAskForRepair) {
@@ -227,13 +190,13 @@ TEST_F(SettingsTest, FieldsThatCannotBeReadAskForRepair) {
     EXPECT_EQ(l->app->main->TimPeriod.Interval(), 65535);
     // A path keeps the blanks up to the length of the text before the five blanks.
     l = LireSansMessage(Avec(131, R"(C:\Program Files\Ed\ed.exe)") + ligne2);
-    EXPECT_EQ(l->params().EditeurNom, L"ed.exe" + rt::Space(20));
+    EXPECT_EQ(l->app->params.EditeurNom, L"ed.exe" + rt::Space(20));
     l = LireSansMessage(Avec(131, "my editor.exe") + ligne2);
-    EXPECT_EQ(l->params().EditeurNom, L"my editor.exe");
+    EXPECT_EQ(l->app->params.EditeurNom, L"my editor.exe");
     // A letter prefix stops the quality number; E without digits is no exponent.
     l = LireSansMessage(Avec(110, "9Exyz") + ligne2);
-    EXPECT_EQ(l->params().QualiteJpeg, 90);
-    EXPECT_EQ(l->params().PrefixeNom, L"Exyz");
+    EXPECT_EQ(l->app->params.QualiteJpeg, 90);
+    EXPECT_EQ(l->app->params.PrefixeNom, L"Exyz");
 }
 
 TEST_F(SettingsTest, RectangleSizeIsRememberedAtExitInFourCharacters) {
@@ -248,42 +211,42 @@ TEST_F(SettingsTest, RectangleSizeIsRememberedAtExitInFourCharacters) {
     l->app->full->rectsel.Move(0, 0, 1280 * 15, 260 * 15);
     Quitter(*l);
     l = Lancer();
-    EXPECT_EQ(l->params().LargSel, L" 128");
-    EXPECT_EQ(l->params().HautSel, L" 260");
-    EXPECT_EQ(rt::Val(l->params().LargSel), 128.0);
+    EXPECT_EQ(l->app->params.LargSel, L" 128");
+    EXPECT_EQ(l->app->params.HautSel, L" 260");
+    EXPECT_EQ(rt::Val(l->app->params.LargSel), 128.0);
 
     // A shorter text replaces only its own characters; a fraction is cut with the rest.
     l->app->full->Load();
     l->app->full->rectsel.Move(0, 0, 50 * 15, 5000);
     Quitter(*l);
     l = Lancer();
-    EXPECT_EQ(l->params().LargSel, L" 508");
-    EXPECT_EQ(l->params().HautSel, L" 333");
+    EXPECT_EQ(l->app->params.LargSel, L" 508");
+    EXPECT_EQ(l->app->params.HautSel, L" 333");
 }
 
 TEST_F(SettingsTest, SaveFolderLineIsReadPaddedOrNotAndSavOptionsWritesDossierPerso) {
     auto l = LireSansMessage(kPremiere + "\r\nD:\\My  Pictures\\Shots\r\n");
-    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\My");
-    EXPECT_EQ(l->params().DossierEnreg, L"D:\\My  Pictures\\Shots" + rt::Space(279));
+    EXPECT_EQ(l->app->params.DossierEnregCourt, L"D:\\My");
+    EXPECT_EQ(l->app->params.DossierEnreg, L"D:\\My  Pictures\\Shots" + rt::Space(279));
 
     l = LireSansMessage(kPremiere + "\r\nD:\\Captures" + std::string(289, ' ') + "\r\n");
-    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\Captures");
+    EXPECT_EQ(l->app->params.DossierEnregCourt, L"D:\\Captures");
     l = LireSansMessage(kPremiere + "\r\n\r\n");
-    EXPECT_EQ(l->params().DossierEnregCourt, L"");
+    EXPECT_EQ(l->app->params.DossierEnregCourt, L"");
 
     // Past 298 characters the field does not end in two blanks and stays whole.
     const std::string long299 = "D:\\" + std::string(296, 'd');
     l = LireSansMessage(kPremiere + "\r\n" + long299 + "\r\n");
-    EXPECT_EQ(l->params().DossierEnregCourt, Large(long299) + L" ");
+    EXPECT_EQ(l->app->params.DossierEnregCourt, Large(long299) + L" ");
     l = LireSansMessage(kPremiere + "\r\n" + long299 + "ef\r\n");
-    EXPECT_EQ(l->params().DossierEnregCourt, Large(long299 + "e"));
+    EXPECT_EQ(l->app->params.DossierEnregCourt, Large(long299 + "e"));
 
     // Line 2 comes from DossierPerso: the folder read from the file is forgotten.
     l = LireSansMessage(Avec(101, "QRSTU") + "\r\nD:\\Captures\r\n");
     mv::SavOptions(*l->app);
     EXPECT_EQ(Lire(), Avec(101, "QRSTU") + "\r\n" + Personal() +
                           std::string(300 - Personal().size(), ' ') + "\r\n");
-    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\Captures");
+    EXPECT_EQ(l->app->params.DossierEnregCourt, L"D:\\Captures");
 }
 
 TEST_F(SettingsTest, FolderNamesTravelInTheSystemCodePage) {
@@ -300,7 +263,7 @@ TEST_F(SettingsTest, FolderNamesTravelInTheSystemCodePage) {
         EXPECT_EQ(Lire(), kPremiere + "\r\nC:\\Users\\\xA3ukasz\r\n");
         l = Lancer();
         EXPECT_TRUE(l->be.boxes.empty());
-        EXPECT_EQ(l->params().DossierEnregCourt, L"C:\\Users\\\u0141ukasz");
+        EXPECT_EQ(l->app->params.DossierEnregCourt, L"C:\\Users\\\u0141ukasz");
         rt::Kill(Fichier());
     }
     // In Windows-1252: é has a byte, 漢字 has not, € is byte 0x80.
@@ -314,24 +277,25 @@ TEST_F(SettingsTest, FolderNamesTravelInTheSystemCodePage) {
     ASSERT_EQ(l->be.boxes.size(), 1u);
     EXPECT_EQ(l->be.boxes[0].prompt, message);
     EXPECT_EQ(l->be.boxes[0].style, ui::kExclamation);
-    EXPECT_EQ(l->params().DossierEnregCourt, perso);
+    EXPECT_EQ(l->app->params.DossierEnregCourt, perso);
     // The next start finds '?' in the file: the Personal folder, and the same single box.
     l = Lancer();
     ASSERT_EQ(l->be.boxes.size(), 1u);
     EXPECT_EQ(l->be.boxes[0].prompt, message);
-    EXPECT_EQ(l->params().DossierEnregCourt, perso);
-    EXPECT_EQ(rt::Left(l->params().DossierEnreg, rt::InStr(l->params().DossierEnreg, L"  ") - 1),
-              perso);
+    EXPECT_EQ(l->app->params.DossierEnregCourt, perso);
+    EXPECT_EQ(
+        rt::Left(l->app->params.DossierEnreg, rt::InStr(l->app->params.DossierEnreg, L"  ") - 1),
+        perso);
     // Any folder with a lost character gives way to the Personal folder.
     l = LireSansMessage(kPremiere + "\r\nD:\\Caf?\r\n");
-    EXPECT_EQ(l->params().DossierEnregCourt, perso);
+    EXPECT_EQ(l->app->params.DossierEnregCourt, perso);
     EXPECT_EQ(l->be.boxes.size(), 1u);
 
     l = LireSansMessage(Avec(131, "C:\\\xC9"
                                   "diteurs\\peint.exe") +
                         "\r\nD:\\\r\n");
-    EXPECT_EQ(l->params().Editeur.substr(0, 12), L"C:\\\u00C9diteurs\\");
-    EXPECT_EQ(l->params().EditeurNom, L"peint.exe" + rt::Space(12));
+    EXPECT_EQ(l->app->params.Editeur.substr(0, 12), L"C:\\\u00C9diteurs\\");
+    EXPECT_EQ(l->app->params.EditeurNom, L"peint.exe" + rt::Space(12));
 }
 
 TEST_F(SettingsTest, DamagedFilesAskForRepairOrReadByTheLineRules) {
@@ -351,24 +315,24 @@ TEST_F(SettingsTest, DamagedFilesAskForRepairOrReadByTheLineRules) {
 
     // A long line is cut at 300 characters; carriage returns alone end lines.
     auto l = LireSansMessage(kPremiere + std::string(9700, 'Q') + "\r\nD:\\Captures\r\n");
-    EXPECT_EQ(l->params().LigneParams, Large(kPremiere));
-    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\Captures");
+    EXPECT_EQ(l->app->params.LigneParams, Large(kPremiere));
+    EXPECT_EQ(l->app->params.DossierEnregCourt, L"D:\\Captures");
     l = LireSansMessage(kPremiere + "\rD:\\Captures\r");
-    EXPECT_EQ(l->params().DossierEnregCourt, L"D:\\Captures");
+    EXPECT_EQ(l->app->params.DossierEnregCourt, L"D:\\Captures");
     // Text after line 2 and NUL bytes are read like any other.
     l = LireSansMessage(kPremiere + "\r\nD:\\Cap\0tures\r\n\r\nmore\r\n"s);
-    EXPECT_EQ(l->params().DossierEnregCourt, std::wstring(L"D:\\Cap\0tures", 12));
+    EXPECT_EQ(l->app->params.DossierEnregCourt, std::wstring(L"D:\\Cap\0tures", 12));
     // A line feed inside line 1 is a character: every column moves one to the right.
     l = LireSansMessage("\n" + kPremiere + "\r\nD:\\Captures\r\n");
-    EXPECT_EQ(l->params().ToucheZone, L'0');
-    EXPECT_EQ(l->params().ToucheMemeZone, L'Z');
+    EXPECT_EQ(l->app->params.ToucheZone, L'0');
+    EXPECT_EQ(l->app->params.ToucheMemeZone, L'Z');
     EXPECT_EQ(l->app->main->TimPeriod.Interval(), 1000);
 }
 
 TEST_F(SettingsTest, SavOptionsThatCannotWriteAsksForRepair) {
     auto l1 = Lancer();
     auto l2 = Lancer();
-    ASSERT_FALSE(l1->fini || l2->fini);
+    ASSERT_FALSE(l1->ended || l2->ended);
     // A folder in place of the file: it can be neither written nor deleted.
     rt::Kill(Fichier());
     rt::MkDir(Fichier());

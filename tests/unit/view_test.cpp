@@ -13,10 +13,7 @@ protected:
         AppTest::SetUp();
         MarkLanguage();
         SetScreen(160, 120, gdi::Rgb(40, 90, 160));
-        // A screen of distinct pixels, so that every scaling shows.
-        for (int y = 0; y < 120; ++y)
-            for (int x = 0; x < 160; ++x)
-                be.desktop.screen.At(x, y) = gdi::Rgb(x, y, (x * y) & 255);
+        be.desktop.screen = Motif(160, 120);
         Start();
     }
     void Tray(int message) {
