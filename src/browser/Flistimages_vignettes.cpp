@@ -77,6 +77,9 @@ void Flistimages::Frame1_MouseMove(float X, float Y) {
         Sur(Image1[survol_], Frame1.Left() + X, Frame1.Top() + Y))
         return;
     RetablirVignettes(true);
+    // The hint stands over the marquee: off the thumbnails it goes, so the marquee can be
+    // clicked.
+    LblcheckHlp.SetVisible(false);
 }
 
 void Flistimages::Chkmail_MouseMove() {

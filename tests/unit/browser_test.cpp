@@ -117,8 +117,10 @@ TEST_F(BrowserTest, HoverEnlargesOneThumbnailWithItsOwnMarksOnly) {
     EXPECT_TRUE(l.Gimage1[2].Visible());
     be.MouseMove(l.Gimage1[2], l.Gimage1[2].Width() - 30, 20);
     EXPECT_FALSE(l.Gimage1[2].Visible());
-    // The strip elsewhere brings all thumbnails and marks back.
+    // The strip elsewhere brings all thumbnails and marks back, and the hint leaves the
+    // marquee it covers.
     be.MouseMove(l.Frame1, 10, 10);
+    EXPECT_FALSE(l.LblcheckHlp.Visible());
     EXPECT_TRUE(l.Image1[2].Visible());
     EXPECT_TRUE(l.PictSave[1].Visible());
     EXPECT_EQ(l.Lbldim[1].Top(), l.Image1[1].Top() + 80);

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Checks of the collection window under Wine: three captures of three kinds, the enlarged
 # picture under the mouse, choosing and moving a capture, the see-through background, the
-# window sliding away and back, a bad position that costs no capture, and the external
-# editor: its edits coming back, and its end when another capture is chosen.
+# window sliding away and back, a bad position that costs no capture, the external
+# editor: its edits coming back, and its end when another capture is chosen; and the
+# animated-GIF builder on the captures and on a folder holding a stray file.
 # Usage: check_browser.sh BIN_DIR
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -225,6 +226,97 @@ check_choice_ends_editor() {
     kill "$autre" 2>/dev/null || true
 }
 
+# The builder, opened by the collection's marquee: the default delay of half a second, a
+# build into the save folder read by gifsicle and ImageMagick, and a preview that plays.
+SAVED="$WINEPREFIX/drive_c/users/$(id -un)/Documents"
+TEMP_DIR="$APPDATA/tempocapt"
+builder() { wh_find_window '^Animated GIF - maximum 50 images$' 1 && BUILDER=$WH_WID; }
+# builder_click X Y: a click at twips X Y of the builder's client area.
+builder_click() {
+    wh_window_geometry "$BUILDER" || return 1
+    wh_click root $((WH_X + $1 / TPP)) $((WH_Y + $2 / TPP))
+}
+BUILDER=""
+check_gif_build() {
+    # The collection may have slid away meanwhile: the strip brings it back.
+    wh_mouse_move 1 300
+    wh_wait_for "the collection" 5 list_back || return 1
+    list_origin || return 1
+    # Off the thumbnails the hint over the marquee goes.
+    clear_hover
+    wh_click root $((LX + 1040 / TPP)) $((LY + 340 / TPP)) || return 1
+    wh_wait_for "the builder" 30 builder || { wh_screenshot no-builder.png; return 1; }
+    sleep 1
+    wh_screenshot builder-captures.png
+    rm -f "$SAVED"/animgif*.gif
+    builder_click 7550 320 || return 1
+    wh_wait_for "the box of the finished build" 30 error_box || return 1
+    wh_screenshot builder-done.png
+    wh_key "$ERROR_BOX" Return || return 1
+    local anim
+    anim=$(ls "$SAVED"/animgif*.gif 2>/dev/null | head -1)
+    [[ -s $anim ]] || { wh_reason "no animgif file in $SAVED"; return 1; }
+    cp "$anim" "$WH_ART/anim.gif"
+    local info
+    info=$(gifsicle --info "$anim" 2>&1) || { wh_reason "gifsicle: $info"; return 1; }
+    grep -q '3 images' <<<"$info" && grep -q 'loop' <<<"$info" &&
+        [[ $(grep -c 'delay 0.50s' <<<"$info") == 3 ]] || { wh_reason "gifsicle: $info"; return 1; }
+    # Each frame equals one of the captures' single GIFs, pixel for pixel.
+    local k f n found
+    for k in 0 1 2; do
+        convert "$anim[$k]" +repage -alpha off "$WH_ART/frame-$k.png"
+        found=""
+        for f in "$TEMP_DIR"/Captprov_*.gif; do
+            convert "$f" -alpha off "$WH_ART/single.png"
+            n=$(compare -metric AE "$WH_ART/frame-$k.png" "$WH_ART/single.png" null: 2>&1) || true
+            [[ $n == 0 ]] && found=$f
+        done
+        [[ -n $found ]] || { wh_reason "frame $k matches no capture's GIF"; return 1; }
+    done
+    # The preview plays: two moments a little more than a delay apart show other frames.
+    wh_window_geometry "$BUILDER" || return 1
+    local region="300x200+$((WH_X + 200 / TPP))+$((WH_Y + 1100 / TPP))"
+    wh_screenshot play-1.png "$region"
+    sleep 0.6
+    wh_screenshot play-2.png "$region"
+    wh_assert_differs play "$WH_ART/play-1.png" "$WH_ART/play-2.png"
+}
+
+# Folder mode on a folder with a file that is no GIF: entry 223, and the program goes on.
+check_gif_folder() {
+    # (xwininfo with no window id would wait for a click.)
+    [[ -n $BUILDER ]] || { wh_reason "no builder open"; return 1; }
+    local dossier="$WINEPREFIX/drive_c/gifs"
+    mkdir -p "$dossier"
+    ls "$TEMP_DIR"/Captprov_*.gif | head -2 | { read -r a; read -r c; cp "$a" "$dossier/a.gif"; cp "$c" "$dossier/c.gif"; }
+    echo "not a picture" >"$dossier/b.gif"
+    # Closing the builder takes its frame GIFs away.
+    builder_click 9350 320 || return 1
+    wh_wait_window_gone "$BUILDER" 10 || return 1
+    ! ls "$TEMP_DIR"/*.gif >/dev/null 2>&1 || { wh_reason "frame GIFs left: $(ls "$TEMP_DIR")"; return 1; }
+    wh_key "$MAIN" alt+t || return 1
+    sleep 0.5
+    _wh_xdo key g || return 1
+    wh_wait_for "the information box" 10 error_box || return 1
+    wh_key "$ERROR_BOX" Return || return 1
+    wh_find_window '^Open any GIF file' 15 || return 1
+    local dialog=$WH_WID
+    sleep 1
+    wh_key "$dialog" End $(printf 'BackSpace %.0s' {1..10}) || return 1
+    wh_type "$dialog" 'C:\gifs\a.gif' || return 1
+    wh_key "$dialog" Return || return 1
+    wh_wait_for "the builder" 20 builder || return 1
+    sleep 1
+    wh_screenshot builder-files.png
+    builder_click 7550 320 || return 1
+    wh_wait_for "entry 223" 20 error_box || return 1
+    wh_screenshot builder-not-gif.png
+    wh_key "$ERROR_BOX" Return || return 1
+    sleep 1
+    kill -0 "$WH_PID_PROGRAM" 2>/dev/null || { wh_reason "the program ended"; return 1; }
+    builder || { wh_reason "the builder closed"; return 1; }
+}
+
 wh_check "three captures of three kinds stand in the collection" check_three_kinds
 wh_check "the window slides away and the strip brings it back" check_slides_away
 wh_check "the mouse over a thumbnail enlarges it" check_hover
@@ -235,4 +327,6 @@ wh_check "the background is see-through and lets the mouse through" check_see_th
 wh_check "Edit with no paint program: one warning, the caption unchanged" check_no_editor
 wh_check "the editor's red square comes back into the view" check_editor_edits
 wh_check "choosing another capture ends our editor and no other" check_choice_ends_editor
+wh_check "the marquee's builder makes a playing GIF of the captures" check_gif_build
+wh_check "a folder with a stray file: entry 223 and the program goes on" check_gif_folder
 wh_finish
