@@ -92,15 +92,8 @@ void FrmGifAnim::Form_Load() {
     const float tpp = app.Screen().tppX;
     std::wstring premier;
     if (ModeCaptures) {
-        // The frame GIFs of an earlier build go; the captures stay.
-        for (const auto& f : ecrits_) {
-            try {
-                if (rt::FileExists(f)) rt::Kill(f);
-            } catch (...) {
-                rt::CaughtError();
-            }
-        }
-        ecrits_.clear();
+        // The frame GIFs of an earlier load go; the captures stay.
+        EffacerEcrits();
         int n = app.NbVignettes;
         if (n > kMaxFichiers) {
             app.MsgBox(app.Lang(275), ui::kExclamation);
@@ -325,7 +318,12 @@ void FrmGifAnim::CdeUplGif_Click() {
 
 void FrmGifAnim::Form_Unload() {
     TimApercu.SetEnabled(false);
-    // Only the frame GIFs this dialog wrote; the animation stays in the save folder.
+    // The animation stays in the save folder.
+    EffacerEcrits();
+}
+
+void FrmGifAnim::EffacerEcrits() {
+    // Only the frame GIFs this dialog wrote: a file held by another program is left.
     for (const auto& f : ecrits_) {
         try {
             if (rt::FileExists(f)) rt::Kill(f);

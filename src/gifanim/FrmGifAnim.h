@@ -71,6 +71,7 @@ private:
     size_t image_ = 0;
     // The frame GIFs a capture-mode load wrote in the temporary folder.
     std::vector<std::wstring> ecrits_;
+    void EffacerEcrits();
     void Afficher();
 };
 

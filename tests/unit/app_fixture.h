@@ -68,6 +68,12 @@ protected:
     // Starts the program with the language already chosen (nullptr: the chooser comes up)
     // and lets the opening animation run.
     void Start(const char* langue = "ConstPRJA");
+    // Marked language entries, a small blue screen of 160x120, then Start.
+    void StartMarked() {
+        MarkLanguage();
+        SetScreen(160, 120, gdi::Rgb(40, 90, 160));
+        Start();
+    }
     // Clicks toolbar button i and lets the capture finish.
     void ClickButton(int i);
     void Chord(const std::vector<int>& keys) { ::Chord(be, *app, keys); }

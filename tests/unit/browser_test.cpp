@@ -10,9 +10,7 @@ class BrowserTest : public AppTest {
 protected:
     void SetUp() override {
         AppTest::SetUp();
-        MarkLanguage();
-        SetScreen(160, 120, gdi::Rgb(40, 90, 160));
-        Start();
+        StartMarked();
     }
     mv::Flistimages& L() { return *app->list; }
     // Types text then Enter in position box i.

@@ -10,9 +10,7 @@ class EditorTest : public AppTest {
 protected:
     void SetUp() override {
         AppTest::SetUp();
-        MarkLanguage();
-        SetScreen(160, 120, gdi::Rgb(40, 90, 160));
-        Start();
+        StartMarked();
         for (int k = 0; k < 3; ++k) Zone(40, 30, gdi::Rgb(k * 60, 10, 10));
     }
     void Editer() {

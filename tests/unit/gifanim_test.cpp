@@ -197,9 +197,7 @@ class GifDialogTest : public AppTest {
 protected:
     void SetUp() override {
         AppTest::SetUp();
-        MarkLanguage();
-        SetScreen(160, 120, gdi::Rgb(40, 90, 160));
-        Start();
+        StartMarked();
         sortie = root / "Personal" / "out";
         std::filesystem::create_directories(sortie);
         app->params.DossierEnregCourt = rt::FromUtf8(sortie.string());

@@ -297,8 +297,8 @@ check_gif_folder() {
     wh_key "$MAIN" alt+t || return 1
     sleep 0.5
     _wh_xdo key g || return 1
-    wh_wait_for "the information box" 10 error_box || return 1
-    wh_key "$ERROR_BOX" Return || return 1
+    wh_find_window '^Animated GIF from files$' 10 || return 1
+    wh_key "$WH_WID" Return || return 1
     wh_find_window '^Open any GIF file' 15 || return 1
     local dialog=$WH_WID
     sleep 1
