@@ -138,15 +138,14 @@ void FrmGifAnim::Form_Load() {
         Pictevaldim.Move(Pictevaldim.Left(), Pictevaldim.Top(), float(images[0].Width()) * tpp,
                          float(images[0].Height()) * tpp);
     }
-    WebBrowsGif.Move(WebBrowsGif.Left(), WebBrowsGif.Top(), Pictevaldim.Width(),
-                     Pictevaldim.Height());
+    Apercu(Pictevaldim.Width(), Pictevaldim.Height());
 
     if (ModeCaptures) {
         if (!premier.empty()) Naviguer(premier);
         SetWidth(CdeAideGif.Left() + CdeAideGif.Width() + 1000);
     } else {
-        ListUtiles.SetLeft(std::max(Pictevaldim.Left() + Pictevaldim.Width() + 300,
-                                    Pictevaldim.Left() + Pictevaldim.Width() - 700));
+        // Beside the preview as it shows (a big first frame is shown smaller).
+        ListUtiles.SetLeft(WebBrowsGif.Left() + WebBrowsGif.Width() + 300);
         CdeH.SetLeft(ListUtiles.Left() + ListUtiles.Width() + 40);
         CdeB.SetLeft(ListUtiles.Left() + ListUtiles.Width() + 40);
         SetWidth(std::max(CdeB.Left() + CdeB.Width() + 200,
@@ -229,9 +228,8 @@ void FrmGifAnim::CdeCreGif_Click() {
         }
 
         const float tpp = app.Screen().tppX;
-        WebBrowsGif.Move(WebBrowsGif.Left(), WebBrowsGif.Top(),
-                         float(assembleur.LargeurCanevas()) * tpp + 650,
-                         float(assembleur.HauteurCanevas()) * app.Screen().tppY + 700);
+        Apercu(float(assembleur.LargeurCanevas()) * tpp + 650,
+               float(assembleur.HauteurCanevas()) * app.Screen().tppY + 700);
         Naviguer(CheminGif);
         app.DoEvents();
         ListUtiles.SetVisible(false);
@@ -346,6 +344,16 @@ void FrmGifAnim::Naviguer(const std::wstring& chemin) {
     Afficher();
 }
 
+void FrmGifAnim::Apercu(float largeur, float hauteur) {
+    // Never more than half the screen each way: a screen-size frame is shown smaller, so
+    // that the list and the buttons stay on the screen.
+    const auto ecran = app.Screen();
+    const float k =
+        std::min({1.f, ecran.WidthTwips() / 2 / largeur, ecran.HeightTwips() / 2 / hauteur});
+    WebBrowsGif.Move(WebBrowsGif.Left(), WebBrowsGif.Top(), largeur * k, hauteur * k);
+    echelle_ = k;
+}
+
 void FrmGifAnim::Afficher() {
     WebBrowsGif.Cls();
     if (images_.empty()) {
@@ -353,7 +361,12 @@ void FrmGifAnim::Afficher() {
         return;
     }
     const gdi::Surface& s = images_[image_];
-    gdi::BitBlt(WebBrowsGif.Image(), 0, 0, s.Width(), s.Height(), s, 0, 0);
+    if (echelle_ < 1)
+        gdi::StretchBlt(WebBrowsGif.Image(), 0, 0, int(float(s.Width()) * echelle_),
+                        int(float(s.Height()) * echelle_), s, 0, 0, s.Width(), s.Height(),
+                        gdi::kHalftone);
+    else
+        gdi::BitBlt(WebBrowsGif.Image(), 0, 0, s.Width(), s.Height(), s, 0, 0);
     WebBrowsGif.Refresh();
     if (images_.size() < 2) return;
     // Delays below 2 hundredths play at 10, as the common viewers do.

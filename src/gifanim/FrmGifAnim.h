@@ -71,7 +71,10 @@ private:
     size_t image_ = 0;
     // The frame GIFs a capture-mode load wrote in the temporary folder.
     std::vector<std::wstring> ecrits_;
+    float echelle_ = 1; // of the preview's frames
     void EffacerEcrits();
+    // Sizes the preview for a picture of that size, within half the screen.
+    void Apercu(float largeur, float hauteur);
     void Afficher();
 };
 

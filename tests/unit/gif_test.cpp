@@ -39,7 +39,7 @@ Lu Decoder(const std::vector<uint8_t>& g) {
     const int effacer = 1 << minimum, fin = effacer + 1;
     std::vector<std::vector<uint8_t>> dico;
     auto reset = [&] {
-        dico.assign(size_t(fin + 1), {});
+        dico.assign(size_t(fin) + 1, {});
         for (int c = 0; c < effacer; ++c) dico[size_t(c)] = {uint8_t(c)};
     };
     int taille = minimum + 1;
