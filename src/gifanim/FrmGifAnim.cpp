@@ -162,8 +162,7 @@ void FrmGifAnim::Form_Load() {
             Naviguer(app.be.GetShell().ProgramFolder() + L"\\" + app.Lang(258) + L".gif");
         }
     }
-    SetHeight(std::max(7000.f, WebBrowsGif.Top() + WebBrowsGif.Height() + 1200));
-    StatusBar1.Move(0, ScaleHeight() - 300, ScaleWidth(), 300);
+    PlacerStatut(1200);
     SetCaption(app.Lang(218) + L" - maximum 50 images");
     Labslide.SetCaption(app.Lang(219));
     CdeCreGif.SetCaption(app.Lang(222));
@@ -236,8 +235,7 @@ void FrmGifAnim::CdeCreGif_Click() {
         CdeH.SetVisible(false);
         CdeB.SetVisible(false);
         SetWidth(std::max(WebBrowsGif.Left() + WebBrowsGif.Width() + 100, 9000.f));
-        SetHeight(WebBrowsGif.Top() + WebBrowsGif.Height() + 2000);
-        StatusBar1.Move(0, ScaleHeight() - 300, ScaleWidth(), 300);
+        PlacerStatut(2000);
         const std::wstring nom = rt::Mid(CheminGif, rt::InStrRev(CheminGif, L"\\") + 1);
         app.MsgBox(app.Lang(245) + app.params.DossierEnregCourt + L"\r\n" + app.Lang(246) + nom,
                    ui::kInformation);
@@ -342,6 +340,13 @@ void FrmGifAnim::Naviguer(const std::wstring& chemin) {
     image_ = 0;
     if (app.be.GetCodec().LoadFrames(chemin, images_, delais_, boucles_) != 0) images_.clear();
     Afficher();
+}
+
+void FrmGifAnim::PlacerStatut(float marge) {
+    // The status line under the preview, across the window, and the window down to it.
+    const float bas = WebBrowsGif.Top() + WebBrowsGif.Height();
+    SetHeight(std::max(7000.f, bas + marge));
+    StatusBar1.Move(100, bas + 200, std::max(Width() - 400, 3000.f), 300);
 }
 
 void FrmGifAnim::Apercu(float largeur, float hauteur) {

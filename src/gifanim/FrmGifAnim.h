@@ -76,6 +76,8 @@ private:
     // Sizes the preview for a picture of that size, within half the screen.
     void Apercu(float largeur, float hauteur);
     void Afficher();
+    // The window's height from the preview's bottom plus marge, the status line below it.
+    void PlacerStatut(float marge);
 };
 
 // Opens the builder anew, on the captures or on the GIF files of a folder; an open one
