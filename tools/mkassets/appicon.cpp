@@ -5,6 +5,7 @@
 
 #include "draw.h"
 #include "icons.h"
+#include "platform/gdi/little_endian.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +13,9 @@
 namespace mk {
 
 namespace {
+
+using gdi::Put16;
+using gdi::Put32;
 
 constexpr gdi::Pixel kWhite = gdi::Rgb(255, 255, 255);
 
@@ -46,15 +50,6 @@ gdi::Surface Over(int n, gdi::Pixel fond) {
     c.Fill(Rect(-1, -1, n + 1, n + 1), Solid(fond));
     DrawIcon(c, n);
     return c.Downsample();
-}
-
-void Put16(std::vector<uint8_t>& out, uint32_t v) {
-    out.push_back(uint8_t(v));
-    out.push_back(uint8_t(v >> 8));
-}
-void Put32(std::vector<uint8_t>& out, uint32_t v) {
-    Put16(out, v & 0xFFFF);
-    Put16(out, v >> 16);
 }
 
 // One image of the icon file: BITMAPINFOHEADER of double height, BGRA rows bottom-up,

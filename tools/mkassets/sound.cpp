@@ -1,4 +1,5 @@
 #include "sound.h"
+#include "platform/gdi/little_endian.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,6 +9,9 @@
 namespace mk {
 
 namespace {
+
+using gdi::Put16;
+using gdi::Put32;
 
 constexpr int kRate = 22050;
 
@@ -67,16 +71,6 @@ void AddBurst(std::vector<double>& out, Noise& noise, double start, double ampli
         double thump = 0.4 * std::sin(2 * std::numbers::pi * thumpHz * t) * std::exp(-t / 0.012);
         out[i] += amplitude * attack * (body + tick + thump);
     }
-}
-
-void Put16(std::vector<uint8_t>& b, uint32_t v) {
-    b.push_back(uint8_t(v));
-    b.push_back(uint8_t(v >> 8));
-}
-
-void Put32(std::vector<uint8_t>& b, uint32_t v) {
-    Put16(b, v & 0xffff);
-    Put16(b, v >> 16);
 }
 
 void PutTag(std::vector<uint8_t>& b, std::string_view tag) {

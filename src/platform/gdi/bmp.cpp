@@ -2,6 +2,7 @@
 // other programs write and treats every field of the file as hostile.
 #include "platform/gdi/bmp.h"
 
+#include "platform/gdi/little_endian.h"
 #include "runtime/errors.h"
 #include "runtime/files.h"
 
@@ -78,15 +79,6 @@ private:
     int bits_ = 0;
     std::array<uint8_t, 128> scale_{};
 };
-
-void Put16(std::vector<uint8_t>& out, uint32_t v) {
-    out.push_back(uint8_t(v));
-    out.push_back(uint8_t(v >> 8));
-}
-void Put32(std::vector<uint8_t>& out, uint32_t v) {
-    Put16(out, v & 0xFFFF);
-    Put16(out, v >> 16);
-}
 
 } // namespace
 

@@ -2,6 +2,7 @@
 // emptied by a generation count rather than cleared.
 #include "platform/gdi/gif_encode.h"
 
+#include "platform/gdi/little_endian.h"
 #include "runtime/errors.h"
 
 #include <array>
@@ -11,11 +12,6 @@ namespace gdi {
 namespace {
 
 constexpr int kMaxCodes = 4096;
-
-void Put16(std::vector<uint8_t>& out, int v) {
-    out.push_back(uint8_t(v & 255));
-    out.push_back(uint8_t((v >> 8) & 255));
-}
 
 // Codes packed least significant bit first, cut into sub-blocks as they fill.
 class Writer {
