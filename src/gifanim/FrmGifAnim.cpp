@@ -7,7 +7,6 @@
 #include "runtime/strings.h"
 
 #include <algorithm>
-#include <cwctype>
 
 namespace mv {
 
@@ -15,14 +14,8 @@ namespace {
 
 constexpr int kSablier = 11; // the wait cursor
 
-std::wstring Minuscules(const std::wstring& s) {
-    std::wstring r = s;
-    for (wchar_t& c : r) c = wchar_t(std::towlower(c));
-    return r;
-}
-
 bool FinitPar(const std::wstring& s, const std::wstring& fin) {
-    return s.size() >= fin.size() && Minuscules(s.substr(s.size() - fin.size())) == fin;
+    return s.size() >= fin.size() && rt::LCase(s.substr(s.size() - fin.size())) == fin;
 }
 
 } // namespace
@@ -38,6 +31,7 @@ FrmGifAnim::FrmGifAnim(App& a) : ui::Form(a.be, L"FrmGifAnim"), app(a) {
     Chkloop.OnClick = [this] { Chkloop_Click(); };
     CdeUplGif.OnClick = [this] { CdeUplGif_Click(); };
     Cdestop.OnClick = [this] { Unload(); };
+    CdeAideGif.OnClick = [this] { CdeAideGif_Click(); };
     TimApercu.OnTimer = [this] { TimApercu_Timer(); };
     TabFichiers.assign(kMaxFichiers, L"");
 }
@@ -83,7 +77,7 @@ std::vector<std::wstring> FrmGifAnim::FichiersDossier() const {
     for (const auto& n : rt::FolderNames(DossierFichiers, false))
         if (FinitPar(n, L".gif")) noms.push_back(n);
     std::sort(noms.begin(), noms.end(), [](const std::wstring& a, const std::wstring& b) {
-        return Minuscules(a) < Minuscules(b);
+        return rt::LCase(a) < rt::LCase(b);
     });
     return noms;
 }
@@ -117,7 +111,7 @@ void FrmGifAnim::Form_Load() {
         ListUtiles.Clear();
         int rejetes = 0;
         for (const auto& nom : FichiersDossier()) {
-            if (Minuscules(rt::Left(nom, 7)) == L"animgif") continue;
+            if (rt::LCase(rt::Left(nom, 7)) == L"animgif") continue;
             if (ListUtiles.ListCount() >= kMaxFichiers) {
                 ++rejetes;
                 continue;
@@ -126,7 +120,10 @@ void FrmGifAnim::Form_Load() {
         }
         if (rejetes > 0) app.MsgBox(app.Lang(275), ui::kExclamation);
         NbFichiers = int16_t(ListUtiles.ListCount());
-        if (NbFichiers > 0) premier = DossierFichiers + L"\\" + ListUtiles.List(0);
+        // An empty folder shows the page that says how the builder works, at its size.
+        premier = NbFichiers > 0
+                      ? DossierFichiers + L"\\" + ListUtiles.List(0)
+                      : app.be.GetShell().ProgramFolder() + L"\\" + app.Lang(258) + L".gif";
     }
 
     // The first frame gives the preview its size.
@@ -153,14 +150,9 @@ void FrmGifAnim::Form_Load() {
         ListUtiles.SetVisible(true);
         CdeH.SetVisible(true);
         CdeB.SetVisible(true);
-        if (NbFichiers > 0) {
-            ListUtiles.SetListIndex(0);
-            Naviguer(premier);
-            CdeCreGif.SetEnabled(true);
-        } else {
-            CdeCreGif.SetEnabled(false);
-            Naviguer(app.be.GetShell().ProgramFolder() + L"\\" + app.Lang(258) + L".gif");
-        }
+        if (NbFichiers > 0) ListUtiles.SetListIndex(0);
+        CdeCreGif.SetEnabled(NbFichiers > 0);
+        Naviguer(premier);
     }
     PlacerStatut(1200);
     SetCaption(app.Lang(218) + L" - maximum 50 images");
@@ -312,6 +304,10 @@ void FrmGifAnim::CdeUplGif_Click() {
         app.MsgBox(app.Lang(151), ui::kExclamation);
 }
 
+void FrmGifAnim::CdeAideGif_Click() {
+    app.MsgBox(app.Lang(276), ui::kInformation, app.Lang(218));
+}
+
 void FrmGifAnim::Form_Unload() {
     TimApercu.SetEnabled(false);
     // The animation stays in the save folder.
@@ -344,8 +340,9 @@ void FrmGifAnim::Naviguer(const std::wstring& chemin) {
 
 void FrmGifAnim::PlacerStatut(float marge) {
     // The status line under the preview, across the window, and the window down to it.
-    const float bas = WebBrowsGif.Top() + WebBrowsGif.Height();
-    SetHeight(std::max(7000.f, bas + marge));
+    float bas = WebBrowsGif.Top() + WebBrowsGif.Height();
+    if (!ModeCaptures) bas = std::max(bas, ListUtiles.Top() + ListUtiles.Height());
+    SetHeight(bas + marge);
     StatusBar1.Move(100, bas + 200, std::max(Width() - 400, 3000.f), 300);
 }
 

@@ -53,6 +53,7 @@ public:
     void ListUtiles_KeyDown(int16_t KeyCode);
     void Chkloop_Click();
     void CdeUplGif_Click();
+    void CdeAideGif_Click();
     void Form_Unload();
 
     // Shows a GIF file in the preview from its first frame.

@@ -228,9 +228,14 @@ protected:
 TEST_F(GifDialogTest, FolderModeListsSortsLimitsAndDeletes) {
     // Empty, or holding only earlier animations: nothing to build.
     Frame("animgif120000.gif", 0x00FF00);
+    const std::wstring page = be.shell.programFolder + L"\\" + app->Lang(258) + L".gif";
+    be.codec.animations[page] = {{gdi::Surface(60, 40), gdi::Surface(60, 40)}, {60, 60}, 0};
     mv::FrmGifAnim& vide = Ouvrir(false);
     EXPECT_EQ(vide.ListUtiles.ListCount(), 0);
     EXPECT_FALSE(vide.CdeCreGif.Enabled());
+    // ...and the page beside the program that says how, at its own size, playing.
+    EXPECT_FLOAT_EQ(vide.WebBrowsGif.Width(), 60 * app->Screen().tppX);
+    EXPECT_TRUE(vide.TimApercu.Enabled());
 
     for (int i = 0; i < 60; ++i)
         Frame("f" + std::string(i < 10 ? "0" : "") + std::to_string(i) + ".gif",

@@ -318,6 +318,46 @@ check_gif_folder() {
 }
 
 wh_check "three captures of three kinds stand in the collection" check_three_kinds
+# Folder mode on a folder with no GIF: the page beside the program, playing, at its size.
+check_gif_empty_folder() {
+    [[ -n $BUILDER ]] || { wh_reason "no builder open"; return 1; }
+    mkdir -p "$WINEPREFIX/drive_c/nogif"
+    builder_click 9350 320 || return 1
+    wh_wait_window_gone "$BUILDER" 10 || return 1
+    wh_key "$MAIN" alt+t || return 1
+    sleep 0.5
+    _wh_xdo key g || return 1
+    wh_find_window '^Animated GIF from files$' 10 || return 1
+    wh_key "$WH_WID" Return || return 1
+    wh_find_window '^Open any GIF file' 15 || return 1
+    local dialog=$WH_WID
+    sleep 1
+    wh_key "$dialog" End $(printf 'BackSpace %.0s' {1..10}) || return 1
+    wh_type "$dialog" 'C:\nogif\navigate' || return 1
+    wh_key "$dialog" Return || return 1
+    wh_wait_for "the builder" 20 builder || return 1
+    sleep 1
+    wh_screenshot builder-empty.png
+    wh_window_geometry "$BUILDER" || return 1
+    local region="360x240+$((WH_X + 200 / TPP))+$((WH_Y + 1100 / TPP))" k n shot matched=0
+    for shot in 1 2; do
+        wh_screenshot "page-$shot.png" "$region"
+        for k in 0 1 2; do
+            convert "$BIN/gifhelp_en.gif[$k]" +repage -alpha off "$WH_ART/page-frame.png"
+            n=$(compare -metric AE "$WH_ART/page-$shot.png" "$WH_ART/page-frame.png" null: 2>&1) || true
+            [[ $n == 0 ]] && matched=$((matched + 1))
+        done
+        sleep 0.7
+    done
+    [[ $matched == 2 ]] || { wh_reason "the preview shows the page's frames $matched times of 2"; return 1; }
+    wh_assert_differs "the page plays" "$WH_ART/page-1.png" "$WH_ART/page-2.png" || return 1
+    # Help/Aide explains the builder in a box.
+    builder_click 9350 760 || return 1
+    wh_find_window '^Animated GIF$' 10 || return 1
+    wh_screenshot builder-help.png
+    wh_key "$WH_WID" Return
+}
+
 wh_check "the window slides away and the strip brings it back" check_slides_away
 wh_check "the mouse over a thumbnail enlarges it" check_hover
 wh_check "a click on it makes the capture current in the main window" check_click_makes_current
@@ -329,4 +369,5 @@ wh_check "the editor's red square comes back into the view" check_editor_edits
 wh_check "choosing another capture ends our editor and no other" check_choice_ends_editor
 wh_check "the marquee's builder makes a playing GIF of the captures" check_gif_build
 wh_check "a folder with a stray file: entry 223 and the program goes on" check_gif_folder
+wh_check "a folder with no GIF shows the page that says how" check_gif_empty_folder
 wh_finish
