@@ -2,6 +2,7 @@
 // that tests run on a virtual one.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,9 @@ public:
     virtual ~Clock() = default;
     virtual SystemTime Now() const = 0;
 };
+
+// Days since 1970-01-01 of a civil date (proleptic Gregorian).
+int64_t DaysFromCivil(int year, int month, int day);
 
 // The runtime's Timer: seconds since midnight, milliseconds as the fraction.
 double SecondsSinceMidnight(const SystemTime& t);

@@ -12,15 +12,9 @@ namespace headless {
 
 namespace {
 
-// Days since 1970-01-01 of a civil date, and back (proleptic Gregorian).
-int64_t DaysFromCivil(int y, int m, int d) {
-    y -= m <= 2;
-    const int64_t era = (y >= 0 ? y : y - 399) / 400;
-    const int64_t yoe = y - era * 400;
-    const int64_t doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
-    const int64_t doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
-    return era * 146097 + doe - 719468;
-}
+using rt::DaysFromCivil;
+
+// Back from days since 1970-01-01 to a civil date (proleptic Gregorian).
 
 void CivilFromDays(int64_t z, int& y, int& m, int& d) {
     z += 719468;
@@ -333,6 +327,10 @@ void Backend::Click(ui::Control& c) {
     ui::Dispatch(*this, [&] {
         if (c.GetKind() == ui::Kind::CheckBox) {
             static_cast<ui::CheckBox&>(c).UserToggled();
+            return;
+        }
+        if (c.GetKind() == ui::Kind::OptionButton) {
+            static_cast<ui::OptionButton&>(c).SetValue(true);
             return;
         }
         if (c.OnClick) c.OnClick();

@@ -31,6 +31,7 @@ enum class Kind {
     CommandButton,
     ListBox,
     Slider,
+    OptionButton,
 };
 
 // What changed on a control, for its peer.

@@ -129,8 +129,43 @@ void TextBox::TextEdited(std::wstring t) {
     if (OnChange) OnChange();
 }
 
+void TextBox::SetMaxLength(int n) {
+    if (n < 0) rt::Raise(rt::kInvalidPropertyValue);
+    maxLength_ = n;
+    Changed(Change::Style);
+}
+
 void TextBox::CopyFrom(const Control& other) {
-    text_ = static_cast<const TextBox&>(other).text_;
+    const auto& o = static_cast<const TextBox&>(other);
+    text_ = o.text_;
+    maxLength_ = o.maxLength_;
+    Control::CopyFrom(other);
+}
+
+// ---- OptionButton -----------------------------------------------------------------------
+
+OptionButton::OptionButton(Form* owner, std::wstring name)
+    : Control(owner, std::move(name), Kind::OptionButton) {}
+
+void OptionButton::SetValue(bool v) {
+    if (value_ == v) return;
+    value_ = v;
+    Changed(Change::Value);
+    if (!v) return;
+    for (Control* c : Owner()->Controls())
+        if (c != this && c->GetKind() == Kind::OptionButton)
+            static_cast<OptionButton*>(c)->SetValue(false);
+    if (OnClick) OnClick();
+}
+
+void OptionButton::SetCaption(std::wstring c) {
+    caption_ = std::move(c);
+    Changed(Change::Caption);
+}
+
+void OptionButton::CopyFrom(const Control& other) {
+    const auto& o = static_cast<const OptionButton&>(other);
+    caption_ = o.caption_;
     Control::CopyFrom(other);
 }
 

@@ -83,10 +83,14 @@ public:
     void TextEdited(std::wstring t);
     std::function<void()> OnChange;
     std::function<void(int16_t& keyCode, int16_t shift)> OnKeyDown;
+    // The most characters the user can type; 0 for no limit. Code may set a longer text.
+    int MaxLength() const { return maxLength_; }
+    void SetMaxLength(int n);
     void CopyFrom(const Control& other) override;
 
 private:
     std::wstring text_;
+    int maxLength_ = 0;
 };
 
 class CheckBox : public Control {
@@ -102,6 +106,22 @@ public:
 
 private:
     int value_ = 0;
+    std::wstring caption_;
+};
+
+// An option button: of the option buttons of a form, one at most is on. Turning one on
+// turns the others off and raises its Click.
+class OptionButton : public Control {
+public:
+    OptionButton(Form* owner, std::wstring name);
+    bool Value() const { return value_; }
+    void SetValue(bool v);
+    const std::wstring& Caption() const { return caption_; }
+    void SetCaption(std::wstring c);
+    void CopyFrom(const Control& other) override;
+
+private:
+    bool value_ = false;
     std::wstring caption_;
 };
 

@@ -32,4 +32,32 @@ bool CheckPeer::Reflect(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
     return true;
 }
 
+OptionPeer::OptionPeer(Win32Backend& be, ui::OptionButton& b) : ChildPeer(be, b), button_(b) {
+    CreateNativeChild(WC_BUTTONW, b.Caption(), BS_RADIOBUTTON);
+    Update(ui::Change::Value);
+}
+
+void OptionPeer::Update(ui::Change what) {
+    switch (what) {
+    case ui::Change::Caption:
+        SetWindowTextW(hwnd_, button_.Caption().c_str());
+        break;
+    case ui::Change::Value:
+        SendMessageW(hwnd_, BM_SETCHECK, button_.Value() ? BST_CHECKED : BST_UNCHECKED, 0);
+        break;
+    default:
+        ChildPeer::Update(what);
+        break;
+    }
+}
+
+bool OptionPeer::Reflect(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
+    if (msg != WM_COMMAND) return ChildPeer::Reflect(msg, wp, lp, result);
+    if (HIWORD(wp) == BN_CLICKED) {
+        ui::OptionButton& button = button_;
+        Fire([&] { button.SetValue(true); });
+    }
+    return true;
+}
+
 } // namespace win32

@@ -6,9 +6,12 @@ namespace win32 {
 
 EditPeer::EditPeer(Win32Backend& be, ui::TextBox& t) : ChildPeer(be, t), box_(t) {
     CreateNativeChild(WC_EDITW, t.Text(), WS_BORDER | ES_AUTOHSCROLL | ES_CENTER);
+    SendMessageW(hwnd_, EM_SETLIMITTEXT, WPARAM(t.MaxLength()), 0);
 }
 
 void EditPeer::Update(ui::Change what) {
+    if (what == ui::Change::Style)
+        SendMessageW(hwnd_, EM_SETLIMITTEXT, WPARAM(box_.MaxLength()), 0);
     if (what != ui::Change::Caption) {
         ChildPeer::Update(what);
         return;

@@ -26,6 +26,8 @@ std::unique_ptr<ui::Peer> MakePeer(Win32Backend& be, ui::Control& c) {
         return std::make_unique<EditPeer>(be, static_cast<ui::TextBox&>(c));
     case ui::Kind::CheckBox:
         return std::make_unique<CheckPeer>(be, static_cast<ui::CheckBox&>(c));
+    case ui::Kind::OptionButton:
+        return std::make_unique<OptionPeer>(be, static_cast<ui::OptionButton&>(c));
     case ui::Kind::VScrollBar:
         return std::make_unique<ScrollPeer>(be, static_cast<ui::VScrollBar&>(c));
     case ui::Kind::Line:
