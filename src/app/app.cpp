@@ -11,6 +11,7 @@
 #include "overlay/FrmFull.h"
 #include "runtime/files.h"
 #include "settings/Options.h"
+#include "timed/FrmChrono.h"
 
 namespace mv {
 
@@ -26,6 +27,9 @@ App::App(ui::Backend& backend) : be(backend) {
     sortie = std::make_unique<FrmSortie>(*this);
     cam = std::make_unique<Fcam>(*this);
     conversion = std::make_unique<Conversion>(*this);
+    chrono = std::make_unique<FrmChrono>(*this);
+    brows = std::make_unique<FrmBrows>(*this);
+    dialtemp = std::make_unique<FrmDialTemp>(*this);
 }
 
 App::~App() = default;

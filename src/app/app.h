@@ -29,6 +29,9 @@ class Fcam;
 class FrmChoixLng;
 class Conversion;
 class FrmGifAnim;
+class FrmChrono;
+class FrmBrows;
+class FrmDialTemp;
 
 // A table of the capture list: bounds 0 to 100, checked like the runtime's arrays.
 template <class T> struct Table {
@@ -84,6 +87,9 @@ public:
     std::unique_ptr<Conversion> conversion;
     // The animated-GIF builder, made anew for each use.
     std::unique_ptr<FrmGifAnim> gif;
+    std::unique_ptr<FrmChrono> chrono;
+    std::unique_ptr<FrmBrows> brows;
+    std::unique_ptr<FrmDialTemp> dialtemp;
 
     ui::Printer Printer{be.GetPrinter()};
     rt::Random rnd;
@@ -103,7 +109,7 @@ public:
     TabVignettes tab;
     int16_t NbVignettes = 0;
     int16_t VignetteCourante = 0;
-    int16_t NumCapt = 0;
+    int32_t NumCapt = 0;
     float LargCapt = 0;
     float HautCapt = 0;
     std::wstring DossierTemp;
@@ -152,9 +158,23 @@ public:
     int64_t EditeTaille = -1;
     bool RechargeEnCours = false;
 
-    // Saving.
-    int16_t NbSavAppel = 0;
-    int16_t CompteurSav = 0;
+    // Timed capture: the plan of the schedule. NbImgMax 999999999 is no limit.
+    std::wstring HeureDebut;
+    std::wstring HeureFin;
+    double NbImgMax = 0;
+    double PeriodeMs = 0;
+    double NbImgFaites = 0;
+    bool PremierTop = false;
+    // Once a run has begun the start test no longer applies, and the end and the due
+    // times are seconds on the run's own clock (SecondesRun), which runs across midnight.
+    bool PlanCommence = false;
+    double FinPlan = 0;
+    double ProchainTop = 0;
+    double BaseRun = 0;
+
+    // Saving. Counters of long timed runs are 32-bit.
+    int32_t NbSavAppel = 0;
+    int32_t CompteurSav = 0;
     bool PremierSav = true;
     std::wstring DossierDernierSav;
     std::wstring NomDernierSav;

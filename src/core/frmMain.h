@@ -182,7 +182,7 @@ public:
     void DessinerVignettes(const gdi::Surface& src, ui::PictureBox& img, ui::PictureBox& gimg);
 
     // Temporary file name of capture number n ("Captprov_" + TagHeure + "00").
-    std::wstring NomFichierProv(int16_t n) const;
+    std::wstring NomFichierProv(int32_t n) const;
 
     // The file beside the temporary folder (its name plus this) that marks it as the live
     // run's: held open from start to quit, so that another copy of the program never takes

@@ -35,6 +35,8 @@ void frmMain::WireEvents() {
     Timderoul.OnTimer = [this] { Timderoul_Timer(); };
     Timlabdeb.OnTimer = [this] { Timlabdeb_Timer(); };
     TimerUnload.OnTimer = [this] { TimerUnload_Timer(); };
+    TimerLngPerio.OnTimer = [this] { TimerLngPerio_Timer(app); };
+    TimPeriod.OnTimer = [this] { TimPeriod_Timer(app); };
 
     // Forwarding entries: a menu command never comes from a hotkey.
     auto forward = [this](ui::Menu& m, int index) {

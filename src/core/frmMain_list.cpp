@@ -28,7 +28,7 @@ void SupprimerFichierProv(const std::wstring& fichier) {
 }
 } // namespace
 
-std::wstring frmMain::NomFichierProv(int16_t n) const {
+std::wstring frmMain::NomFichierProv(int32_t n) const {
     return L"Captprov_" + app.TagHeure + rt::Format(n, L"00") + L".bmp";
 }
 
@@ -88,7 +88,7 @@ void frmMain::GestVignettes(ui::PictureBox& Image) {
 
             DessinerVignettes(Image.Image(), img, gimg);
 
-            app.NumCapt = rt::I16(app.NumCapt + 1);
+            ++app.NumCapt;
             EnregVign(app, app.NumCapt, Image);
             app.tab.FichierV[n] = NomFichierProv(app.NumCapt);
 

@@ -402,6 +402,7 @@ void frmMain::quitprog() {
             rt::CaughtError();
         }
     };
+    const bool periodique = TimPeriod.Enabled();
     pas([&] { TimPeriod.SetEnabled(false); });
     pas([&] { app.options->Unload(); });
     // A mark that cannot be read counts as a capture not saved: the question comes.
@@ -414,9 +415,8 @@ void frmMain::quitprog() {
     if (app.NbVignettes >= 1 && auMoinsUneNonSauvee) {
         int rep = app.MsgBox(app.Lang(115), ui::kYesNoCancel | ui::kQuestion, app.Lang(116));
         if (rep == ui::kCancel) {
-            pas([&] {
-                if (MnuCaptper.Checked()) TimPeriod.SetEnabled(true);
-            });
+            // Back on only if it was running.
+            pas([&] { TimPeriod.SetEnabled(periodique); });
             return;
         }
         if (rep == ui::kYes) {

@@ -22,13 +22,14 @@ std::wstring ExtensionAuto(const Params& p);
 // Writes the picture of Image as the temporary file of capture number Numero. A missing
 // temporary folder is made first; a failure to make it raises to the caller, a failure
 // to write shows the "Save/Sauver" box.
-void EnregVign(App& app, int16_t Numero, ui::PictureBox& Image);
+void EnregVign(App& app, int32_t Numero, ui::PictureBox& Image);
 // Saves the current capture through the save dialog, in the format of the filter
 // chosen. Cancel and any file error end it silently.
 void Enregistrer2(App& app);
 // Saves every capture from Premier on that is not marked saved, under generated names in
 // the save folder, as Extension. On an error shows entry 117, opens the options and sets
-// Ok to 0; Ok 3 keeps the BMP beside a converted file.
+// Ok to 0; a failed conversion keeps the BMP, sets Ok to 0 and stops there. Ok 3 keeps
+// the BMP beside a converted file.
 void EnregistrerTout(App& app, int16_t& Ok, int16_t Premier, const std::wstring& Extension);
 // Puts the current capture's file on the clipboard.
 void Buttcopier(App& app);

@@ -19,7 +19,7 @@ std::wstring ExtensionAuto(const Params& p) {
     return p.EnregBmp == 0 ? L"jpg" : L"bmp";
 }
 
-void EnregVign(App& app, int16_t Numero, ui::PictureBox& Image) {
+void EnregVign(App& app, int32_t Numero, ui::PictureBox& Image) {
     // This test stands outside the error handler: a failure here is the caller's.
     if (!rt::DirExists(app.DossierTemp)) rt::MkDir(app.DossierTemp);
     try {
@@ -103,7 +103,7 @@ void EnregistrerTout(App& app, int16_t& Ok, int16_t Premier, const std::wstring&
         for (int i = Premier; i <= app.NbVignettes; ++i) {
             // A visible mark means the capture is saved already.
             if (app.list->PictSave[i].Visible()) continue;
-            app.CompteurSav = rt::I16(app.CompteurSav + 1);
+            ++app.CompteurSav;
             // The folder is the part of the blank-filled field before its first pair of
             // blanks; a field with no pair fails here like a missing folder.
             const std::wstring& champ = app.params.DossierEnreg;
@@ -123,9 +123,14 @@ void EnregistrerTout(App& app, int16_t& Ok, int16_t Premier, const std::wstring&
             if (format == kFormatJpeg || format == kFormatGif || format == kFormatPng) {
                 const std::wstring cible = rt::Left(chemin, rt::Len(chemin) - 3) + Extension;
                 app.conversion->ConvertirImage(chemin, cible, format, app.params.QualiteJpeg);
+                // A failed conversion keeps the bitmap, and its box is the one message.
+                if (app.conversion->status != 0 || !rt::FileExists(cible)) {
+                    Ok = 0;
+                    return;
+                }
                 if (Ok != 3) rt::Kill(chemin);
             }
-            app.NbSavAppel = rt::I16(app.NbSavAppel + 1);
+            ++app.NbSavAppel;
         }
         app.main->PictSave.SetVisible(true);
     } catch (...) {

@@ -98,6 +98,22 @@ TEST_F(SaveTest, SaveAllFailureShowsEntry117AndClearsOk) {
     app->params.DossierEnreg = std::wstring(300, L'x');
     be.boxes.clear();
     EXPECT_TRUE(SaveAllFailsWith117());
+
+    // A conversion that fails keeps its bitmap, says so once and stops the save.
+    const std::filesystem::path dossier = root / "Personal" / "conv";
+    std::filesystem::create_directories(dossier);
+    app->params.DossierEnreg = rt::FromUtf8(dossier.string()) + std::wstring(250, L' ');
+    be.boxes.clear();
+    be.codec.nextSaveStatus = 7;
+    int16_t ok = -1;
+    mv::EnregistrerTout(*app, ok, 1, L"png");
+    EXPECT_EQ(ok, 0);
+    ASSERT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes[0].prompt.find(Entry(190)), 0u);
+    std::vector<std::string> restes;
+    for (const auto& e : std::filesystem::directory_iterator(dossier))
+        restes.push_back(e.path().extension().string());
+    EXPECT_TRUE(restes == std::vector<std::string>{".bmp"});
 }
 
 // Folders the program cannot write to, a full disk and names Windows refuses: save-all
