@@ -65,6 +65,12 @@ frmAbout::frmAbout(App& a) : ui::Form(a.be, L"frmAbout"), app(a) {
     OnLoad = [this] {
         PictLogo.SetPicture(gdi::LoadBmp(app.be.GetShell().ProgramFolder() + L"\\camera.bmp"));
     };
+    cmdOK.OnClick = [this] { cmdOK_Click(); };
+}
+
+void frmAbout::cmdOK_Click() {
+    if (app.main->MnuCaptper.Checked()) app.main->TimPeriod.SetEnabled(true);
+    Unload();
 }
 
 void frmAbout::Design() {
@@ -81,6 +87,8 @@ void frmAbout::Design() {
     LabVersion.Move(960, 700, 4200, 900);
     LabVersion.SetCaption(std::wstring(L"Version ") + kVersion + L"\r\nScreen capture for Windows");
     LabVersion.SetTransparent(true);
+    cmdOK.Move(3900, 1500, 1200, 400);
+    cmdOK.SetCaption(L"OK");
 }
 
 } // namespace mv

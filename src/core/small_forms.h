@@ -42,6 +42,10 @@ public:
     ui::Label LabProduit{this, L"LabProduit"};
     ui::Label LabVersion{this, L"LabVersion"};
     ui::PictureBox PictLogo{this, L"PictLogo"};
+    ui::CommandButton cmdOK{this, L"cmdOK"};
+    // Closes the box; during a slow timed run the plain periodic timer, stopped on the
+    // way in, runs again.
+    void cmdOK_Click();
 
 protected:
     void Design() override;

@@ -66,7 +66,7 @@ void FrmChrono::Design() {
     SetCaption(L"Periodic capture");
     borderStyle = ui::kBorderFixedSingle;
     maxButton = false;
-    Move(0, 1000, 7900, 5600);
+    Move(0, 1000, 7900, 5200);
     if (!Txtchrono.Exists(0)) {
         Txtchrono.Design(0);
         LabInterm.Design(0);

@@ -62,6 +62,8 @@ void MnuCaptper_Click(App& app) {
         C.SetWindowState(ui::kNormal);
     else
         C.Show();
+    // Above the main window, whose view may be large.
+    C.ZOrder(0);
 }
 
 void FinLente(App& app, bool Sauver) {

@@ -257,3 +257,33 @@ TEST_F(TimedTest, BurstWritesConvertsAndRemovesOnlyItsOwnBitmaps) {
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(TimedTest, PlainPeriodicTimerAndAutomaticSave) {
+    // The about box stops the plain timer; its OK starts it again only during a slow run.
+    main->TimPeriod.SetInterval(1000);
+    ClickButton(mv::kCmdAPropos);
+    be.Click(app->about->cmdOK);
+    EXPECT_FALSE(main->TimPeriod.Enabled());
+    main->MnuCaptper.SetChecked(true);
+    ClickButton(mv::kCmdAPropos);
+    be.Click(app->about->cmdOK);
+    ASSERT_TRUE(main->TimPeriod.Enabled());
+    main->MnuCaptper.SetChecked(false);
+
+    // Each tick repeats the zone; past nine captures all are saved and the list empties.
+    ASSERT_TRUE(be.RunUntil([&] { return Fichiers(".jpg").size() >= 10; }, 15000));
+    EXPECT_EQ(app->NbVignettes, 0);
+    main->TimPeriod.SetEnabled(false);
+
+    // Automatic save: each new capture, and only the newest, is saved as it comes.
+    be.Click(main->MnuEnAuto);
+    EXPECT_EQ(BoxesWith(Entry(135)), 1);
+    Zone(30, 20, gdi::Rgb(200, 0, 0));
+    Zone(30, 20, gdi::Rgb(0, 200, 0));
+    EXPECT_EQ(Fichiers(".jpg").size(), 12u);
+    EXPECT_TRUE(list->PictSave[2].Visible());
+}
+
+} // namespace

@@ -24,6 +24,13 @@ void EditPeer::Update(ui::Change what) {
 }
 
 bool EditPeer::Reflect(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
+    if (msg == WM_CTLCOLOREDIT) {
+        // The text in the control's fore colour on the window colour.
+        SetTextColor(HDC(wp), Color(box_.ForeColor()));
+        SetBkColor(HDC(wp), GetSysColor(COLOR_WINDOW));
+        result = LRESULT(GetSysColorBrush(COLOR_WINDOW));
+        return true;
+    }
     if (msg != WM_COMMAND) return ChildPeer::Reflect(msg, wp, lp, result);
     if (HIWORD(wp) == EN_CHANGE) {
         int n = GetWindowTextLengthW(hwnd_);

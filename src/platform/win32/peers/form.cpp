@@ -184,6 +184,13 @@ void FormPeer::Update(ui::Change what) {
     case ui::Change::Pointer:
         ShowPointerNow();
         break;
+    case ui::Change::ZOrder:
+        // A form brought to the front comes above the others and takes the focus.
+        if (form().ZPosition() > 0) {
+            SetWindowPos(hwnd_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+            SetForegroundWindow(hwnd_);
+        }
+        break;
     default:
         break;
     }
@@ -264,6 +271,7 @@ LRESULT FormPeer::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
         return 0;
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLORBTN:
+    case WM_CTLCOLOREDIT:
         if (ReflectToChild(HWND(lp), msg, wp, lp, result)) return result;
         break;
     case WM_KEYDOWN:

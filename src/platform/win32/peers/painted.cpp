@@ -126,6 +126,7 @@ LRESULT PaintedPeer::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
         return 0;
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLORBTN:
+    case WM_CTLCOLOREDIT:
         if (ReflectToChild(HWND(lp), msg, wp, lp, result)) return result;
         return Default(msg, wp, lp);
     case WM_PAINT: {
