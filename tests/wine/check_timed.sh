@@ -142,7 +142,22 @@ check_burst() {
     kill -0 "$WH_PID_PROGRAM" 2>/dev/null || { wh_reason "the program ended"; return 1; }
 }
 
+# Files/Fichiers opens the side window of the save folder; its Close button closes it.
+check_files_window() {
+    [[ -n $CHRONO ]] || { wh_reason "no schedule"; return 1; }
+    chrono_click 4750 4310 || return 1
+    wh_find_window 'Documents$' 10 || return 1
+    local side=$WH_WID
+    sleep 1
+    wh_screenshot files-window.png
+    wh_window_geometry "$side" || return 1
+    # Under Wine a tool window carries its own caption bar inside its X window.
+    wh_click root $((WH_X + 3250 / TPP)) $((WH_Y + 4450 / TPP)) || return 1
+    wh_wait_window_gone "$side" 10
+}
+
 wh_check "the schedule opens over a zone with its clock in the caption" check_dialog
 wh_check "a slow run of 2 s for 3 images writes three PNG files that follow the screen" check_slow_run
 wh_check "a burst of 100 ms for 20 images in JPEG removes its bitmaps and no other" check_burst
+wh_check "Files/Fichiers shows the save folder beside the schedule" check_files_window
 wh_finish
