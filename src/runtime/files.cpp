@@ -131,6 +131,17 @@ void WriteFileBytes(const std::wstring& path, const void* data, size_t n) {
     if (err) Raise(err == ENOSPC ? kDiskFull : kPathFileAccess);
 }
 
+void ReplaceFileBytes(const std::wstring& path, const void* data, size_t n) {
+    const std::wstring provisoire = path + L".new";
+    WriteFileBytes(provisoire, data, n);
+    std::error_code ec;
+    fs::rename(ToFsPath(provisoire), ToFsPath(path), ec);
+    if (ec) {
+        fs::remove(ToFsPath(provisoire), ec);
+        Raise(kPathFileAccess);
+    }
+}
+
 bool FileExists(const std::wstring& path) {
     std::error_code ec;
     return fs::is_regular_file(ToFsPath(path), ec);

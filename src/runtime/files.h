@@ -57,6 +57,9 @@ std::vector<uint8_t> ReadFileBytes(const std::wstring& path);
 void WriteFileBytes(const std::wstring& path, const void* data, size_t n);
 
 // True for an existing regular file (not a folder).
+// Writes the file whole or not at all: the bytes go to a temporary file beside it, which
+// then takes its name. A failure leaves the old file as it was; raises as WriteFileBytes.
+void ReplaceFileBytes(const std::wstring& path, const void* data, size_t n);
 bool FileExists(const std::wstring& path);
 // True for an existing folder.
 bool DirExists(const std::wstring& path);

@@ -1,9 +1,12 @@
-// The options dialog. Until it is built it holds what the rest of the program reads of
-// it: Check1(2), the on-screen form of GardeFenetres.
+// The options dialog: every setting of params.txt, read from the columns of the settings
+// line, checked, joined into a new line and written back on OK.
 #pragma once
 
 #include "app/app.h"
+#include "platform/ui/controls.h"
 #include "platform/ui/form.h"
+
+#include <array>
 
 namespace mv {
 
@@ -11,13 +14,63 @@ class Options : public ui::Form {
 public:
     explicit Options(App& app);
     App& app;
+
+    ui::Label Label1{this, L"Label1"};
+    ui::TextBox Text1{this, L"Text1"};
+    ui::CommandButton Cdeparcourir{this, L"Cdeparcourir"};
+    ui::Label LabChoixEdit{this, L"LabChoixEdit"};
+    ui::TextBox TxtEdit{this, L"TxtEdit"};
+    ui::CommandButton CdeParcEdit{this, L"CdeParcEdit"};
+    ui::Label Label5{this, L"Label5"};
+    ui::TextBox Txtpref{this, L"Txtpref"};
+    ui::Label Label2{this, L"Label2"};
+    ui::TextBox Txtinterval{this, L"Txtinterval"};
+    ui::Label Label7{this, L"Label7"};
+    ui::Slider Slidtempo{this, L"Slidtempo"};
+    ui::Label Label4{this, L"Label4"};
+    ui::Slider Slidqual{this, L"Slidqual"};
+    ui::Label Label3{this, L"Label3"};
     ui::ControlArray<ui::CheckBox> Check1{this, L"Check1"};
-    // Shows the dialog modally, or without waiting for it. Empty until the dialog is built.
+    ui::Label lblt{this, L"lblt"};
+    ui::TextBox TextTouche1{this, L"TextTouche1"};
+    ui::TextBox TextTouche2{this, L"TextTouche2"};
+    ui::TextBox TextTouche3{this, L"TextTouche3"};
+    ui::TextBox TextTouche4{this, L"TextTouche4"};
+    ui::TextBox TextTouche5{this, L"TextTouche5"};
+    ui::Label LabTzone{this, L"LabTzone"};
+    ui::Label LabTMzone{this, L"LabTMzone"};
+    ui::Label LabTecran{this, L"LabTecran"};
+    ui::Label LabTfen{this, L"LabTfen"};
+    ui::Label LabDblH{this, L"LabDblH"};
+    ui::CommandButton OKButton{this, L"OKButton"};
+    ui::CommandButton CdeAnnul{this, L"CdeAnnul"};
+    ui::CommonDialog Cdlgparc{this, L"Cdlgparc"};
+
+    // The text of a hotkey box before the latest key press in it.
+    std::wstring CarPrec;
+
+    // Shows the dialog modally, or without waiting for it.
     void ShowDialog();
     void ShowNonModal();
 
+    void Form_Load();
+    void Check1_Click(int Index);
+    void Cdeparcourir_Click();
+    void CdeParcEdit_Click();
+    void OKButton_Click();
+    void TextTouche_Change(ui::TextBox& boite);
+    // The key tests of OK: the first four keys all different, the first in range.
+    bool ToucheOk() const;
+    // The settings line the dialog's controls make, joined piece by piece.
+    std::wstring NouvelleLigne();
+
 protected:
     void Design() override;
+
+private:
+    std::array<ui::TextBox*, 5> touches_{};
+    // The file dialog with TimPeriod paused; false on Cancel.
+    bool Parcourir();
 };
 
 } // namespace mv

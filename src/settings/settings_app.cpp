@@ -17,8 +17,9 @@ namespace {
 // The whole file in one pass; line 2 as given, padded or not.
 void EcrireFichier(const std::wstring& fichier, std::wstring_view ligne1,
                    std::wstring_view ligne2) {
+    // Whole or not at all: a full disk or a crash during the write keeps the old settings.
     const std::string octets = ContenuFichier(ligne1, ligne2);
-    rt::WriteFileBytes(fichier, octets.data(), octets.size());
+    rt::ReplaceFileBytes(fichier, octets.data(), octets.size());
 }
 
 // The error trap of both routines. The file is never held open, so there is nothing to

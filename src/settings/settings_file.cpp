@@ -114,6 +114,23 @@ int32_t DecoderLigne(Params& p) {
     return intervalle;
 }
 
+void RafraichirParams(Params& p, double tempo) {
+    const std::wstring& l = p.LigneParams;
+    p.QualiteJpeg = rt::CInt(rt::Val(rt::Mid(l, 110)) * 10);
+    p.GardeFenetres = Chiffre(l, 109);
+    p.PrefixeNom = rt::Mid(l, 111, 4);
+    p.ToucheZone = Caractere(l, 101);
+    p.ToucheMemeZone = Caractere(l, 102);
+    p.ToucheEcran = Caractere(l, 103);
+    p.ToucheFenetre = Caractere(l, 104);
+    p.MemoZone = Chiffre(l, 115);
+    p.Tempo = tempo;
+    p.SansCopieAuto = rt::CStr(rt::Val(rt::Mid(l, 118, 1)));
+    p.NomParCapture = Chiffre(l, 119);
+    p.PreAffZone = Chiffre(l, 120);
+    p.Silence = Chiffre(l, 121);
+}
+
 int32_t RemplirParams(Params& p, std::wstring_view ligne1, std::wstring_view ligne2,
                       const std::wstring& dossierParams) {
     p.LigneParams = Cadrer(ligne1);

@@ -46,6 +46,12 @@ std::wstring NomEditeur(std::wstring_view editeur);
 // timer's own check, made here at its place in the order), 5 from NomEditeur.
 int32_t DecoderLigne(Params& p);
 
+// After the options dialog rebuilt p.LigneParams: the fields that take effect at once, in
+// the order of the dialog, decoded as the reader decodes them; Tempo is given. GrilleDix,
+// EnregBmp, ToucheDoubleH, the interval and the editor wait for the next start or are
+// set by the dialog itself. Raises 6 when the JPEG quality overflows.
+void RafraichirParams(Params& p, double tempo);
+
 // Everything the reader does once the lines are in memory: DossierEnreg and
 // DossierEnregCourt from line 2, the fields from line 1, DossierTemp. Returns
 // IntervalleAuto. Raises as DecoderLigne.

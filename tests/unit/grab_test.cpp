@@ -218,7 +218,9 @@ TEST_F(GrabTest, FailedWindowGrabShowsTheNoticeAndLeavesTheList) {
 // empty list leaves the collection window down.
 TEST_F(GrabTest, KeptWindowsStayAsTheyAreAfterAFailedWindowGrab) {
     Start();
+    // The dialog's box reads its column of the settings line.
     app->params.GardeFenetres = 1;
+    app->params.LigneParams[108] = L'1';
     ASSERT_FALSE(list->Visible());
     be.desktop.foreground = 0;
     ClickButton(mv::kCmdFenetre);

@@ -52,6 +52,7 @@ enum class Change {
     Children, // menu entries added or shown/hidden
     Pointer,  // mouse pointer or its custom picture
     Items,    // the entries of a list box
+    Focus,    // the keyboard focus asked for
 };
 
 // Mouse pointers of a control (the toolkit's MousePointer values).
@@ -132,6 +133,8 @@ public:
     void SetMousePointer(int p);
     // Brings the control in front of its siblings (position 0) or behind them (1).
     void ZOrder(int position = 0);
+    // Gives the control the keyboard focus.
+    void SetFocus() { Changed(Change::Focus); }
     int ZPosition() const { return zPosition_; }
 
     // Events raised by the backend (or by a test).

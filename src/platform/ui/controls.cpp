@@ -135,10 +135,16 @@ void TextBox::SetMaxLength(int n) {
     Changed(Change::Style);
 }
 
+void TextBox::SetLocked(bool l) {
+    locked_ = l;
+    Changed(Change::Style);
+}
+
 void TextBox::CopyFrom(const Control& other) {
     const auto& o = static_cast<const TextBox&>(other);
     text_ = o.text_;
     maxLength_ = o.maxLength_;
+    locked_ = o.locked_;
     Control::CopyFrom(other);
 }
 

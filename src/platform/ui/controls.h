@@ -86,11 +86,15 @@ public:
     // The most characters the user can type; 0 for no limit. Code may set a longer text.
     int MaxLength() const { return maxLength_; }
     void SetMaxLength(int n);
+    // A locked box shows its text and lets it be selected, not typed over.
+    bool Locked() const { return locked_; }
+    void SetLocked(bool l);
     void CopyFrom(const Control& other) override;
 
 private:
     std::wstring text_;
     int maxLength_ = 0;
+    bool locked_ = false;
 };
 
 class CheckBox : public Control {

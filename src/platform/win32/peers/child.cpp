@@ -91,6 +91,9 @@ void ChildPeer::Update(ui::Change what) {
     case ui::Change::Value:
     case ui::Change::Range:
         break;
+    case ui::Change::Focus:
+        ::SetFocus(hwnd_);
+        break;
     case ui::Change::Style:
         InvalidateRect(hwnd_, nullptr, TRUE);
         break;

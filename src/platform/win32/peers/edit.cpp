@@ -6,12 +6,14 @@ namespace win32 {
 
 EditPeer::EditPeer(Win32Backend& be, ui::TextBox& t) : ChildPeer(be, t), box_(t) {
     CreateNativeChild(WC_EDITW, t.Text(), WS_BORDER | ES_AUTOHSCROLL | ES_CENTER);
-    SendMessageW(hwnd_, EM_SETLIMITTEXT, WPARAM(t.MaxLength()), 0);
+    Update(ui::Change::Style);
 }
 
 void EditPeer::Update(ui::Change what) {
-    if (what == ui::Change::Style)
+    if (what == ui::Change::Style) {
         SendMessageW(hwnd_, EM_SETLIMITTEXT, WPARAM(box_.MaxLength()), 0);
+        SendMessageW(hwnd_, EM_SETREADONLY, box_.Locked() ? TRUE : FALSE, 0);
+    }
     if (what != ui::Change::Caption) {
         ChildPeer::Update(what);
         return;

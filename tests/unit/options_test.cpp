@@ -1,0 +1,183 @@
+// The options dialog: controls from the settings line, the hotkey boxes, the line joined
+// back on OK and what takes effect at once.
+#include "app_fixture.h"
+#include "runtime/strings.h"
+#include "settings/settings_file.h"
+
+namespace {
+
+class OptionsTest : public AppTest {
+protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        StartMarked();
+    }
+    mv::Options& Ouvrir() {
+        mv::Options& o = *app->options;
+        ui::Dispatch(be, [&] {
+            o.Load();
+            o.ShowNonModal();
+        });
+        return o;
+    }
+    void Ok() { be.Click(app->options->OKButton); }
+    // What OK wrote to the settings file: its first line.
+    std::wstring LigneFichier() const {
+        const std::string t = ReadText(mv::CheminParams(app->DossierParams));
+        return rt::FromCp1252(t.substr(0, t.find("\r\n")));
+    }
+    // Types c into a hotkey box as the user does: the key down, then the new text.
+    void Taper(ui::TextBox& t, const std::wstring& c) {
+        ui::Dispatch(be, [&] {
+            int16_t k = 0;
+            t.OnKeyDown(k, 0);
+            t.TextEdited(c);
+        });
+    }
+};
+
+TEST_F(OptionsTest, ControlsComeFromTheLineAndOkWritesItBack) {
+    mv::Params& p = app->params;
+    // The line, not the record, fills the dialog.
+    p.LigneParams.replace(106, 3, L"101");
+    p.LigneParams.replace(109, 1, L"7");
+    p.Silence = 1;
+    mv::Options& o = Ouvrir();
+    EXPECT_EQ(o.Caption(), Entry(89));
+    EXPECT_EQ(o.Check1[0].Value(), 1);
+    EXPECT_EQ(o.Check1[1].Value(), 0);
+    EXPECT_EQ(o.Check1[2].Value(), 1);
+    EXPECT_EQ(o.Check1[4].Value(), 0);
+    EXPECT_EQ(o.Slidqual.Value(), 7);
+    EXPECT_EQ(o.TextTouche1.Text(), L"Z");
+    EXPECT_EQ(o.TextTouche5.Text(), L"Y");
+    EXPECT_EQ(o.Txtpref.Text(), L"Capt");
+    EXPECT_EQ(o.Txtinterval.Text(), L"10000");
+    // The layout: keys in a column right of their heading, check boxes 300 apart.
+    EXPECT_EQ(o.TextTouche2.Top(), o.TextTouche1.Top() + o.TextTouche1.Height() + 30);
+    EXPECT_EQ(o.Check1[7].Top(), o.Check1[0].Top() + 7 * 300);
+    EXPECT_EQ(o.Txtpref.Left(), o.Label5.Left() + o.Label5.Width() + 50);
+
+    // Confirmed unchanged: the filler and columns 106 and 116 become blanks, the end mark
+    // is written after the temporary folder, and the file holds the line.
+    Ok();
+    EXPECT_FALSE(o.Visible());
+    const std::wstring& l = p.LigneParams;
+    ASSERT_EQ(l.size(), 300u);
+    EXPECT_EQ(l.substr(0, 92), std::wstring(92, L' '));
+    EXPECT_EQ(l.substr(92, 8), p.LargSel + p.HautSel);
+    EXPECT_EQ(l.substr(100, 5), L"ZMEFY");
+    EXPECT_EQ(l[105], L' ');
+    EXPECT_EQ(l.substr(106, 8), L"1017Capt");
+    EXPECT_EQ(l[115], L' ');
+    EXPECT_EQ(l.substr(121, 5), L"10000");
+    EXPECT_EQ(l.substr(280), rt::Left(p.DossierTemp + L"<=======", 20)); // cut at 300
+    EXPECT_EQ(LigneFichier(), l);
+    EXPECT_EQ(p.QualiteJpeg, 70);
+    EXPECT_EQ(main->TimPeriod.Interval(), 10000);
+    // The save-all tooltip now ends at its arrow.
+    const std::wstring& bulle = main->bouton[mv::kCmdEnregistrerTout].ToolTipText();
+    EXPECT_EQ(rt::Right(bulle, 8), L"-->     ");
+}
+
+TEST_F(OptionsTest, PrefixIntervalAndSlidersAsJoined) {
+    mv::Params& p = app->params;
+    mv::Options& o = Ouvrir();
+    // Too short a prefix is refused with the dialog left open; a long one is cut to four.
+    o.Txtpref.SetText(L"AB");
+    Ok();
+    EXPECT_EQ(BoxesWith(Entry(66)), 1);
+    EXPECT_TRUE(o.Visible());
+    o.Txtpref.SetText(L"ABCDEF");
+    // An interval over the limit is stored as 65000; an empty one as 00000.
+    o.Txtinterval.SetText(L"70000");
+    Ok();
+    EXPECT_EQ(p.PrefixeNom, L"ABCD");
+    EXPECT_EQ(p.LigneParams.substr(121, 5), L"65000");
+    EXPECT_EQ(main->TimPeriod.Interval(), 65000);
+    Ouvrir();
+    o.Txtinterval.SetText(L"");
+    Ok();
+    EXPECT_EQ(p.LigneParams.substr(121, 5), L"00000");
+    EXPECT_EQ(main->TimPeriod.Interval(), 0);
+
+    // A quality of 10 is stored as 0; a pause of 10 moves every later column one right.
+    Ouvrir();
+    o.Slidqual.SetValue(10);
+    o.Slidtempo.SetValue(10);
+    Ok();
+    EXPECT_EQ(p.QualiteJpeg, 0);
+    EXPECT_EQ(p.Tempo, 1.0);
+    EXPECT_EQ(p.LigneParams.substr(116, 2), L"10");
+    EXPECT_EQ(p.LigneParams.substr(122, 5), L"00000");
+
+    // An editor path longer than 150 characters: the error box, and the run goes on.
+    Ouvrir();
+    o.TxtEdit.SetText(L"C:\\" + std::wstring(160, L'e') + L".exe");
+    Ok();
+    EXPECT_EQ(be.lastError, 5);
+    EXPECT_FALSE(be.ended);
+}
+
+TEST_F(OptionsTest, HotkeyBoxesAndTheirConflicts) {
+    mv::Params& p = app->params;
+    mv::Options& o = Ouvrir();
+    Taper(o.TextTouche1, L"k");
+    EXPECT_EQ(o.TextTouche1.Text(), L"K");
+    for (const wchar_t* refuse : {L"0", L",", L"", L"[", L"\u00e9"}) {
+        Taper(o.TextTouche2, refuse);
+        EXPECT_EQ(o.TextTouche2.Text(), L"M") << refuse;
+    }
+    // Equal keys among the first four are refused.
+    Taper(o.TextTouche3, L"k");
+    Ok();
+    EXPECT_EQ(BoxesWith(Entry(67)), 1);
+    EXPECT_TRUE(o.Visible());
+    // The fifth may equal any other; it reaches the file but not the polling.
+    Taper(o.TextTouche3, L"E");
+    Taper(o.TextTouche5, L"m");
+    Ok();
+    EXPECT_FALSE(o.Visible());
+    EXPECT_EQ(p.ToucheZone, L'K');
+    EXPECT_EQ(p.ToucheDoubleH, L'Y');
+    EXPECT_EQ(LigneFichier().substr(100, 5), L"KMEFM");
+}
+
+TEST_F(OptionsTest, BrowsingCancelAndTheRectangleBox) {
+    mv::Options& o = Ouvrir();
+    main->TimPeriod.SetEnabled(true);
+    bool periodiquePendant = true;
+    be.dialogResponder = [&](ui::CommonDialog& d, ui::FileDialogKind) {
+        periodiquePendant = main->TimPeriod.Enabled();
+        d.fileName = L"C:\\Users\\me\\Pictures\\Capture 01";
+        return true;
+    };
+    be.Click(o.Cdeparcourir);
+    EXPECT_FALSE(periodiquePendant);
+    EXPECT_TRUE(main->TimPeriod.Enabled());
+    EXPECT_EQ(o.Text1.Text(), L"C:\\Users\\me\\Pictures");
+    be.dialogResponder = [](ui::CommonDialog&, ui::FileDialogKind) { return false; };
+    be.Click(o.CdeParcEdit);
+    EXPECT_TRUE(main->TimPeriod.Enabled());
+    main->TimPeriod.SetEnabled(false);
+
+    // The rectangle of the frozen screen goes when its box is cleared, and stays gone
+    // after Cancel.
+    app->full->Load();
+    app->full->rectsel.SetVisible(true);
+    o.Check1[6].SetValue(1);
+    be.Click(o.Check1[6]);
+    EXPECT_FALSE(app->full->rectsel.Visible());
+    be.Click(o.CdeAnnul);
+    EXPECT_FALSE(o.Visible());
+    EXPECT_FALSE(app->full->rectsel.Visible());
+
+    // OK takes the folder for every save from now on.
+    Ouvrir();
+    o.Text1.SetText(L"C:\\Users\\me\\Pictures");
+    Ok();
+    EXPECT_EQ(app->params.DossierEnregCourt, L"C:\\Users\\me\\Pictures");
+    EXPECT_EQ(app->params.DossierPerso, L"C:\\Users\\me\\Pictures");
+}
+
+} // namespace
