@@ -139,6 +139,12 @@ int Win32Backend::Run() {
 
 void Win32Backend::RunModal(ui::Form& f) {
     HWND self = HWND(f.Handle());
+    // Boxes and dialogs shown meanwhile belong to this form (see OwnerWindow).
+    modal_.push_back(self);
+    struct Fin {
+        std::vector<HWND>& v;
+        ~Fin() { v.pop_back(); }
+    } fin{modal_};
     std::vector<HWND> disabled;
     for (auto& [h, form] : forms_)
         if (h != self && IsWindowEnabled(h)) {
@@ -193,7 +199,12 @@ bool Win32Backend::FileDialog(ui::CommonDialog& d, ui::FileDialogKind kind) {
     ofn.nFilterIndex = DWORD(d.filterIndex);
     ofn.lpstrFile = buffer.data();
     ofn.nMaxFile = DWORD(buffer.size());
-    ofn.lpstrInitialDir = d.initDir.empty() ? nullptr : d.initDir.c_str();
+    // A folder longer than a path can be is no folder to start in: the dialog copies it
+    // into a buffer of MAX_PATH.
+    std::wstring dossier = d.initDir;
+    while (!dossier.empty() && dossier.back() == L' ') dossier.pop_back();
+    if (dossier.size() >= MAX_PATH) dossier.clear();
+    ofn.lpstrInitialDir = dossier.empty() ? nullptr : dossier.c_str();
     ofn.lpstrTitle = d.dialogTitle.empty() ? nullptr : d.dialogTitle.c_str();
     ofn.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     BOOL ok = kind == ui::FileDialogKind::Save ? GetSaveFileNameW(&ofn) : GetOpenFileNameW(&ofn);
@@ -278,6 +289,8 @@ ui::Form* Win32Backend::FormOf(HWND h) const {
 }
 
 HWND Win32Backend::OwnerWindow() const {
+    // The modal form in front owns what opens over it, so that it comes back to it.
+    if (!modal_.empty() && IsWindowVisible(modal_.back())) return modal_.back();
     HWND active = GetActiveWindow();
     if (FormOf(active)) return active;
     for (auto& [h, f] : forms_)

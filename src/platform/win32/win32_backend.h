@@ -58,6 +58,8 @@ private:
     std::map<UINT_PTR, ui::Timer*> timers_;
     UINT_PTR nextTimerId_ = 1;
     std::map<HWND, ui::Form*> forms_;
+    // The forms running modal, innermost last.
+    std::vector<HWND> modal_;
     std::unique_ptr<platform::Desktop> desktop_;
     std::unique_ptr<platform::Cursor> cursor_;
     std::unique_ptr<platform::Keyboard> keyboard_;
