@@ -40,18 +40,18 @@ Options::Options(App& a) : ui::Form(a.be, L"Options"), app(a) {
 void Options::Design() {
     SetCaption(L"Options");
     borderStyle = ui::kBorderFixedDialog;
-    Move(1500, 1200, 10600, 6900);
+    Move(1200, 1200, 12100, 6900);
     for (int i = 0; i <= 7; ++i)
         if (!Check1.Exists(i)) Check1.Design(i);
 
     Label1.Move(120, 180, 3000, 255);
-    Text1.Move(3150, 150, 5600, 315);
+    Text1.Move(3150, 150, 7100, 315);
     Text1.SetLocked(true);
-    Cdeparcourir.Move(8900, 120, 1450, 375);
+    Cdeparcourir.Move(10400, 120, 1450, 375);
     LabChoixEdit.Move(120, 630, 3000, 255);
-    TxtEdit.Move(3150, 600, 5600, 315);
+    TxtEdit.Move(3150, 600, 7100, 315);
     TxtEdit.SetLocked(true);
-    CdeParcEdit.Move(8900, 570, 1450, 375);
+    CdeParcEdit.Move(10400, 570, 1450, 375);
     Label5.Move(120, 1110, 3400, 255);
     Txtpref.SetMaxLength(6);
     Txtpref.SetText(L"Capt");
@@ -68,12 +68,12 @@ void Options::Design() {
     Slidqual.SetLargeChange(1);
     Label3.Move(4350, 2610, 4000, 255);
 
-    Check1[0].Move(120, 3150, 5800, 255);
-    lblt.Move(6200, 3150, 2000, 720);
+    Check1[0].Move(120, 3150, 6500, 255);
+    lblt.Move(6700, 3150, 2400, 800);
     for (ui::TextBox* t : touches_) t->SetMaxLength(1);
-    OKButton.Move(7300, 5950, 1450, 400);
+    OKButton.Move(8800, 5950, 1450, 400);
     OKButton.SetCaption(L"OK");
-    CdeAnnul.Move(8900, 5950, 1450, 400);
+    CdeAnnul.Move(10400, 5950, 1450, 400);
 }
 
 void Options::Form_Load() {
@@ -89,7 +89,7 @@ void Options::Form_Load() {
                           TextTouche1.Width(), TextTouche1.Height());
     ui::Label* libelles[] = {&LabTzone, &LabTMzone, &LabTecran, &LabTfen, &LabDblH};
     for (size_t i = 0; i < touches_.size(); ++i)
-        libelles[i]->Move(TextTouche1.Left() + 400, touches_[i]->Top() + 20, 1900,
+        libelles[i]->Move(TextTouche1.Left() + 400, touches_[i]->Top() + 20, 2300,
                           i == 4 ? 480 : 255);
     for (int i = 1; i <= 7; ++i)
         Check1[i].Move(Check1[i - 1].Left(), Check1[i - 1].Top() + 300, Check1[i - 1].Width(),
@@ -178,7 +178,7 @@ bool Options::Parcourir() {
 
 void Options::Cdeparcourir_Click() {
     // A folder is chosen by choosing a file name in it.
-    Cdlgparc.initDir = Text1.Text();
+    Cdlgparc.initDir = rt::RTrim(Text1.Text());
     Cdlgparc.fileName = app.Lang(130);
     if (!Parcourir()) return;
     const std::wstring& f = Cdlgparc.fileName;
