@@ -1,5 +1,4 @@
 #include "app/app.h"
-#include "browser/Flistimages.h"
 #include "capture/capture.h"
 #include "core/commands.h"
 #include "core/frmMain.h"

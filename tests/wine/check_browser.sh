@@ -282,6 +282,24 @@ check_gif_build() {
     wh_assert_differs play "$WH_ART/play-1.png" "$WH_ART/play-2.png"
 }
 
+# builder_on_folder PATH: opens the builder from Tools > Animated GIF from files on the folder
+# of PATH (a file name typed in the open dialog).
+builder_on_folder() {
+    wh_key "$MAIN" alt+t || return 1
+    sleep 0.5
+    _wh_xdo key g || return 1
+    wh_find_window '^Animated GIF from files$' 10 || return 1
+    wh_key "$WH_WID" Return || return 1
+    wh_find_window '^Open any GIF file' 15 || return 1
+    local dialog=$WH_WID
+    sleep 1
+    wh_key "$dialog" End $(printf 'BackSpace %.0s' {1..10}) || return 1
+    wh_type "$dialog" "$1" || return 1
+    wh_key "$dialog" Return || return 1
+    wh_wait_for "the builder" 20 builder || return 1
+    sleep 1
+}
+
 # Folder mode on a folder with a file that is no GIF: entry 223, and the program goes on.
 check_gif_folder() {
     # (xwininfo with no window id would wait for a click.)
@@ -294,19 +312,7 @@ check_gif_folder() {
     builder_click 9350 320 || return 1
     wh_wait_window_gone "$BUILDER" 10 || return 1
     ! ls "$TEMP_DIR"/*.gif >/dev/null 2>&1 || { wh_reason "frame GIFs left: $(ls "$TEMP_DIR")"; return 1; }
-    wh_key "$MAIN" alt+t || return 1
-    sleep 0.5
-    _wh_xdo key g || return 1
-    wh_find_window '^Animated GIF from files$' 10 || return 1
-    wh_key "$WH_WID" Return || return 1
-    wh_find_window '^Open any GIF file' 15 || return 1
-    local dialog=$WH_WID
-    sleep 1
-    wh_key "$dialog" End $(printf 'BackSpace %.0s' {1..10}) || return 1
-    wh_type "$dialog" 'C:\gifs\a.gif' || return 1
-    wh_key "$dialog" Return || return 1
-    wh_wait_for "the builder" 20 builder || return 1
-    sleep 1
+    builder_on_folder 'C:\gifs\a.gif' || return 1
     wh_screenshot builder-files.png
     builder_click 7550 320 || return 1
     wh_wait_for "entry 223" 20 error_box || return 1
@@ -317,26 +323,13 @@ check_gif_folder() {
     builder || { wh_reason "the builder closed"; return 1; }
 }
 
-wh_check "three captures of three kinds stand in the collection" check_three_kinds
 # Folder mode on a folder with no GIF: the page beside the program, playing, at its size.
 check_gif_empty_folder() {
     [[ -n $BUILDER ]] || { wh_reason "no builder open"; return 1; }
     mkdir -p "$WINEPREFIX/drive_c/nogif"
     builder_click 9350 320 || return 1
     wh_wait_window_gone "$BUILDER" 10 || return 1
-    wh_key "$MAIN" alt+t || return 1
-    sleep 0.5
-    _wh_xdo key g || return 1
-    wh_find_window '^Animated GIF from files$' 10 || return 1
-    wh_key "$WH_WID" Return || return 1
-    wh_find_window '^Open any GIF file' 15 || return 1
-    local dialog=$WH_WID
-    sleep 1
-    wh_key "$dialog" End $(printf 'BackSpace %.0s' {1..10}) || return 1
-    wh_type "$dialog" 'C:\nogif\navigate' || return 1
-    wh_key "$dialog" Return || return 1
-    wh_wait_for "the builder" 20 builder || return 1
-    sleep 1
+    builder_on_folder 'C:\nogif\navigate' || return 1
     wh_screenshot builder-empty.png
     wh_window_geometry "$BUILDER" || return 1
     local region="360x240+$((WH_X + 200 / TPP))+$((WH_Y + 1100 / TPP))" k n shot matched=0
@@ -358,6 +351,7 @@ check_gif_empty_folder() {
     wh_key "$WH_WID" Return
 }
 
+wh_check "three captures of three kinds stand in the collection" check_three_kinds
 wh_check "the window slides away and the strip brings it back" check_slides_away
 wh_check "the mouse over a thumbnail enlarges it" check_hover
 wh_check "a click on it makes the capture current in the main window" check_click_makes_current
