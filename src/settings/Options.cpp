@@ -276,9 +276,7 @@ void Options::OKButton_Click() {
     const int barre = rt::InStrRev(p.Editeur, L"\\");
     p.EditeurNom = rt::Mid(p.Editeur, barre + 1, exe + 3);
 
-    const std::wstring& dossier = Text1.Text();
-    p.DossierEnregCourt =
-        rt::Right(dossier, 2) == L"  " ? rt::Left(dossier, rt::InStr(dossier, L"  ") - 1) : dossier;
+    p.DossierEnregCourt = DossierCourt(Text1.Text());
     p.DossierPerso = p.DossierEnregCourt;
     p.DossierEnreg = Cadrer(p.DossierEnregCourt);
     SavOptions(app);

@@ -7,6 +7,7 @@
 #include "runtime/errors.h"
 #include "runtime/files.h"
 #include "runtime/strings.h"
+#include "settings/settings_file.h"
 #include "timed/timed.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@ namespace mv {
 
 namespace {
 
-constexpr double kSansLimite = 999999999;
 constexpr float kLargeurChamp = 420;
 constexpr float kPasColonne = 600;
 constexpr float kPasLigne = 770;
@@ -29,12 +29,6 @@ constexpr uint32_t kPeriode = 0x3278C8; // RGB(200, 120, 50)
 
 std::wstring Deux(int v) {
     return rt::Format(v, L"00");
-}
-
-// The folder of a blank-padded settings field: the part before its first pair of blanks.
-std::wstring DossierDuChamp(const std::wstring& champ) {
-    const int p = rt::InStr(champ, L"  ");
-    return p > 0 ? rt::Left(champ, p - 1) : champ;
 }
 
 } // namespace
@@ -185,7 +179,7 @@ void FrmChrono::Form_Load() {
 }
 
 void FrmChrono::RafraichirFichiers() {
-    auto noms = rt::FolderNames(DossierDuChamp(app.params.DossierEnreg), false);
+    auto noms = rt::FolderNames(DossierCourt(app.params.DossierEnreg), false);
     std::sort(noms.begin(), noms.end());
     Ficdescapt.Clear();
     for (auto& n : noms) Ficdescapt.AddItem(std::move(n));
@@ -311,12 +305,8 @@ void FrmChrono::Timer1_Timer() {
 }
 
 void FrmChrono::Timrapid_Timer() {
-    if (TickRapideEnCours) return;
-    TickRapideEnCours = true;
-    struct Fin {
-        bool& b;
-        ~Fin() { b = false; }
-    } fin{TickRapideEnCours};
+    const TickEnCours tick(TickRapideEnCours);
+    if (!tick.Libre()) return;
     if (!app.PlanCommence) {
         if (HeureTexte(app) < app.HeureDebut) return;
         CommencerPlan(app);
@@ -339,9 +329,9 @@ void FrmChrono::Timrapid_Timer() {
         dc->CopyTo(imgcache.Image(), 0, 0, largeur, hauteur, int(app.ZoneGauche / ecran.tppX),
                    int(app.ZoneHaut / ecran.tppY));
     }
-    const std::wstring nom = DossierDuChamp(app.params.DossierEnreg) + L"\\" +
-                             app.params.PrefixeNom + L"_" + rt::TimeText(app.be.Now(), L"HHmmss") +
-                             L"_" + rt::Format(NbRapid, L"000") + L".bmp";
+    const std::wstring nom = DossierCourt(app.params.DossierEnreg) + L"\\" + app.params.PrefixeNom +
+                             L"_" + rt::TimeText(app.be.Now(), L"HHmmss") + L"_" +
+                             rt::Format(NbRapid, L"000") + L".bmp";
     try {
         gdi::SaveBmp(imgcache.Image(), nom);
     } catch (...) {

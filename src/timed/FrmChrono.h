@@ -11,6 +11,24 @@
 
 namespace mv {
 
+// Marks an engine's tick as running for its lifetime; a tick that comes again during the
+// capture's own waits finds it set and returns at once.
+class TickEnCours {
+public:
+    explicit TickEnCours(bool& drapeau) : drapeau_(drapeau), libre_(!drapeau) { drapeau_ = true; }
+    ~TickEnCours() {
+        if (libre_) drapeau_ = false;
+    }
+    TickEnCours(const TickEnCours&) = delete;
+    TickEnCours& operator=(const TickEnCours&) = delete;
+    // False inside a tick that is already running.
+    bool Libre() const { return libre_; }
+
+private:
+    bool& drapeau_;
+    bool libre_;
+};
+
 class FrmChrono : public ui::Form {
 public:
     explicit FrmChrono(App& app);

@@ -14,13 +14,6 @@ namespace mv {
 
 namespace {
 
-constexpr double kSansLimite = 999999999;
-
-// A number as the runtime's Str writes it: a leading blank for the sign of a positive one.
-std::wstring Str(double n) {
-    return (n >= 0 ? L" " : L"") + rt::Format(n, L"");
-}
-
 // Seconds since midnight of a "hh:mm:ss" text.
 double SecondesTexte(const std::wstring& t) {
     if (t.size() < 8) return 0;
@@ -86,12 +79,8 @@ void TimerLngPerio_Timer(App& app) {
     // The schedule comes back if it was closed: the engine reads its format and caption.
     FrmChrono& C = *app.chrono;
     // The capture's waits let this timer tick again: such a tick waits for the next one.
-    if (C.TickLentEnCours) return;
-    C.TickLentEnCours = true;
-    struct Fin {
-        bool& b;
-        ~Fin() { b = false; }
-    } fin{C.TickLentEnCours};
+    const TickEnCours tick(C.TickLentEnCours);
+    if (!tick.Libre()) return;
     C.Load();
     app.CurseurCapt = app.be.GetCursor().GetCursor();
     const std::wstring extension = C.ExtensionChoisie();
@@ -126,7 +115,7 @@ void TimerLngPerio_Timer(App& app) {
         return;
     }
     app.NbImgFaites += 1;
-    C.Labcpt.SetCaption(Str(app.NbImgFaites) + L" images");
+    C.Labcpt.SetCaption(rt::Str(app.NbImgFaites) + L" images");
     M.Labdeja.SetLeft(50);
     M.Labdeja.SetTop(50);
     M.Labdeja.SetVisible(true);

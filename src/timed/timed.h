@@ -8,6 +8,9 @@ namespace mv {
 
 class App;
 
+// NbImgMax of a plan with no number of images: the run ends on its end time.
+inline constexpr double kSansLimite = 999999999;
+
 // Tools > Periodic capture, and command 13: the schedule of a zone capture. During a run
 // it brings the schedule back.
 void MnuCaptper_Click(App& app);
