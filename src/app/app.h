@@ -11,11 +11,14 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace mv {
 
 // The version shown by the splash and the about box.
 inline constexpr wchar_t kVersion[] = L"0.1.0";
+// Where "Write to us" addresses its mail.
+inline constexpr wchar_t kAdresseSupport[] = L"support@mirovanta.app";
 
 class frmMain;
 class Flistimages;
@@ -157,6 +160,11 @@ public:
     int64_t EditeDate = 0;
     int64_t EditeTaille = -1;
     bool RechargeEnCours = false;
+
+    // JPEG files that mail and the uploader wrote into the temporary folder: a mail
+    // client or the uploader may read them after the call returns, so they go at the end
+    // of the run.
+    std::vector<std::wstring> FichiersSortie;
 
     // Timed capture: the plan of the schedule. NbImgMax 999999999 is no limit.
     std::wstring HeureDebut;

@@ -3,6 +3,8 @@
 #include "core/CursTransp.h"
 #include "core/commands.h"
 #include "core/frmMain.h"
+#include "platform/gdi/bmp.h"
+#include "runtime/errors.h"
 
 #include <algorithm>
 
@@ -109,6 +111,16 @@ void Flistimages::Form_Load() {
     // The tick boxes stand on the strip: the window's own colour would be see-through.
     Chkmail[0].SetBackColor(app.main->BackColor());
     Chksav[0].SetBackColor(app.main->BackColor());
+    // The marks' small pictures beside the program; without them the marks stay plain.
+    const std::wstring dossier = app.be.GetShell().ProgramFolder();
+    auto marque = [&](ui::PictureBox& p, const wchar_t* nom) {
+        try {
+            p.SetPicture(gdi::LoadBmp(dossier + nom));
+        } catch (const rt::RuntimeError&) {}
+    };
+    marque(PictSave[0], L"\\marksave.bmp");
+    marque(pictmail[0], L"\\markmail.bmp");
+    marque(app.main->PictSave, L"\\marksave.bmp");
     Labflech.SetLeft(Frame1.Left() + Frame1.Width() + 30);
     // The background colour is the layered window's colour key: it vanishes and lets the
     // mouse through, so the thumbnails seem to float on the desktop.

@@ -63,6 +63,12 @@ void frmMain::WireEvents() {
     mnufichier.OnClick = [this] { mnufichier_Click(); };
     mnuedition.OnClick = [this] { mnuedition_Click(); };
     MnuEditPaint.OnClick = [this] { MnuEditPaint_Click(app); };
+    mnucourriel.OnClick = [this] { mnucourriel_Click(app); };
+    mnujoindreune.OnClick = [this] { mnujoindreune_Click(app); };
+    mnujoindrecoch.OnClick = [this] { mnujoindrecoch_Click(app); };
+    mnujoindretout.OnClick = [this] { mnujoindretout_Click(app); };
+    mnuimgforum.OnClick = [this] { mnuimgforum_Click(app); };
+    mnumail.OnClick = [this] { envoimail(app); };
     mnuFeditpaint.OnClick = [this] { MnuEditPaint_Click(app); };
     MnuRaff.OnClick = [this] { MnuRaff_Click(); };
     Mnumulti.OnClick = [this] { Mnumulti_Click(); };

@@ -1,6 +1,7 @@
 #include "core/small_forms.h"
 
 #include "core/frmMain.h"
+#include "output/output.h"
 #include "platform/gdi/bmp.h"
 #include "runtime/files.h"
 
@@ -64,8 +65,10 @@ void FrmSortie::Design() {
 frmAbout::frmAbout(App& a) : ui::Form(a.be, L"frmAbout"), app(a) {
     OnLoad = [this] {
         PictLogo.SetPicture(gdi::LoadBmp(app.be.GetShell().ProgramFolder() + L"\\camera.bmp"));
+        cmdMail.SetCaption(app.main->mnumail.Caption());
     };
     cmdOK.OnClick = [this] { cmdOK_Click(); };
+    cmdMail.OnClick = [this] { envoimail(app); };
 }
 
 void frmAbout::cmdOK_Click() {
@@ -87,6 +90,7 @@ void frmAbout::Design() {
     LabVersion.Move(960, 700, 4200, 900);
     LabVersion.SetCaption(std::wstring(L"Version ") + kVersion + L"\r\nScreen capture for Windows");
     LabVersion.SetTransparent(true);
+    cmdMail.Move(960, 1500, 2000, 400);
     cmdOK.Move(3900, 1500, 1200, 400);
     cmdOK.SetCaption(L"OK");
 }

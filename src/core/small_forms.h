@@ -43,6 +43,8 @@ public:
     ui::Label LabVersion{this, L"LabVersion"};
     ui::PictureBox PictLogo{this, L"PictLogo"};
     ui::CommandButton cmdOK{this, L"cmdOK"};
+    // Writes to the support address through the mail client.
+    ui::CommandButton cmdMail{this, L"cmdMail"};
     // Closes the box; during a slow timed run the plain periodic timer, stopped on the
     // way in, runs again.
     void cmdOK_Click();

@@ -2,6 +2,7 @@
 
 #include "core/frmMain.h"
 #include "output/conversion.h"
+#include "output/output.h"
 #include "runtime/errors.h"
 #include "runtime/files.h"
 #include "runtime/strings.h"
@@ -299,9 +300,7 @@ void FrmGifAnim::Chkloop_Click() {
 }
 
 void FrmGifAnim::CdeUplGif_Click() {
-    const std::wstring programme = app.be.GetShell().ProgramFolder() + L"\\prjForum.exe";
-    if (app.be.GetProcesses().Start(L"\"" + programme + L"\" " + CheminGif, 1) == 0)
-        app.MsgBox(app.Lang(151), ui::kExclamation);
+    LancerUploader(app, CheminGif);
 }
 
 void FrmGifAnim::CdeAideGif_Click() {

@@ -1,5 +1,5 @@
-// Output: the temporary BMP of each capture, saving, the clipboard copy, printing and
-// the external editor. These routines work on the main window's and the browser's
+// Output: the temporary BMP of each capture, saving, the clipboard copy, printing, mail,
+// the uploader and the external editor. These routines work on the main window's and the browser's
 // controls (frmMain.CDlg1, PictSave, Picture2, Flistimages.PictSave ...), reached through
 // the application.
 #pragma once
@@ -36,6 +36,22 @@ void Buttcopier(App& app);
 // Prints the current capture under a title the user confirms. Cancel, no printer and
 // any error end it without a word.
 void Imprimer(App& app);
+
+// Mail. A message to the support address, through the client's dialog; only a missing
+// client is told.
+void envoimail(App& app);
+// Mails the captures whose box is ticked (1) as JPEG attachments; after the send their
+// boxes go to 2 with the mailed mark. A cancelled or failed send clears the ticks.
+void EnvoiMailCoch(App& app);
+void mnujoindreune_Click(App& app);
+void mnujoindretout_Click(App& app);
+void mnujoindrecoch_Click(App& app);
+// The mail menu opens: its entries need a capture.
+void mnucourriel_Click(App& app);
+// The uploader beside the program, started with Chemin behind one blank, unquoted.
+void LancerUploader(App& app, const std::wstring& Chemin);
+// The current capture as a JPEG, handed to the uploader.
+void mnuimgforum_Click(App& app);
 
 // The external editor. Opens the current capture's temporary file in the editor of the
 // settings (the system's paint program when it begins with a blank or cannot start).

@@ -185,6 +185,27 @@ public:
     virtual std::wstring SystemFolder() = 0;
 };
 
+// A message for the system's mail client (Simple MAPI on Windows).
+struct MailMessage {
+    std::wstring address; // the recipient; empty leaves it to the user
+    std::wstring subject;
+    std::wstring note;
+    std::vector<std::wstring> attachments; // full paths, in order
+};
+
+// The system's mail client. Errors come back as the numbers of the mail controls: 32000
+// plus the MAPI code (32001 the user's cancel, 32003 a failed logon ...), 0 for success.
+class Mailer {
+public:
+    virtual ~Mailer() = default;
+    // Number returned when no mail client is installed.
+    static constexpr int kNoClient = 32026;
+    // Signs on with the client's logon dialog allowed, mail download off.
+    virtual int SignOn(ui::WindowHandle owner) = 0;
+    // Sends through the client's own compose dialog, shown to the user.
+    virtual int Send(ui::WindowHandle owner, const MailMessage& message) = 0;
+};
+
 // Counts of the process's window-system objects (GetGuiResources), for leak checks.
 struct GuiResources {
     int gdiObjects = 0;

@@ -2,8 +2,9 @@
 # Checks of the collection window under Wine: three captures of three kinds, the enlarged
 # picture under the mouse, choosing and moving a capture, the see-through background, the
 # window sliding away and back, a bad position that costs no capture, the external
-# editor: its edits coming back, and its end when another capture is chosen; and the
-# animated-GIF builder on the captures and on a folder holding a stray file.
+# editor: its edits coming back, and its end when another capture is chosen; the uploader
+# and the mail client given the current capture as a JPEG; and the animated-GIF builder
+# on the captures and on a folder holding a stray file.
 # Usage: check_browser.sh BIN_DIR
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -34,7 +35,8 @@ thumb_centre() {
 }
 
 check_three_kinds() {
-    mv_start "$BIN" || return 1
+    # Wine's mail client traces the calls that reach it.
+    WINEDEBUG=-all,+mapi,+winemapi mv_start "$BIN" || return 1
     # The whole screen, a zone (the default rectangle), the window of notepad.
     mv_click_button 1
     mv_new_capture 1 kind-e || return 1
@@ -226,6 +228,69 @@ check_choice_ends_editor() {
     kill "$autre" 2>/dev/null || true
 }
 
+# The uploader beside the program (the test editor stands in: it writes its command line
+# and leaves a file that is no BMP alone) gets the current capture's JPEG path behind one
+# blank, unquoted; the JPEG is the capture's picture.
+UPLOADER="$BIN/prjForum.exe"
+uploader_logged() { [[ -s "$UPLOADER.log" ]]; }
+check_upload() {
+    cp "$BIN/testeditor.exe" "$UPLOADER"
+    rm -f "$UPLOADER.log"
+    wh_key "$MAIN" alt+f || return 1
+    sleep 0.5
+    _wh_xdo key m u || return 1
+    wh_wait_for "the uploader" 15 uploader_logged || { rm -f "$UPLOADER"; return 1; }
+    rm -f "$UPLOADER"
+    local ligne jpeg
+    ligne=$(tr -d '\r\n' <"$UPLOADER.log")
+    rm -f "$UPLOADER.log"
+    wh_log "uploader command line: $ligne"
+    [[ $ligne == \"*prjForum.exe\"\ [A-Z]:* ]] || { wh_reason "command line $ligne"; return 1; }
+    jpeg=$(winepath -u "${ligne#*prjForum.exe\" }")
+    [[ $jpeg == *-2.jpg ]] || { wh_reason "not capture 2's JPEG: $jpeg"; return 1; }
+    [[ $(identify -format %m "$jpeg" 2>/dev/null) == JPEG ]] || { wh_reason "$jpeg is no JPEG"; return 1; }
+    cp "$jpeg" "$WH_ART/uploaded.jpg"
+    # Capture 2's file holds the editor's red square by now; JPEG keeps it within noise.
+    local f psnr best=0
+    for f in $(temp_files); do
+        [[ $(identify -format %wx%h "$f") == $(identify -format %wx%h "$jpeg") ]] || continue
+        psnr=$(compare -metric PSNR "$f" "$jpeg" null: 2>&1 | cut -d. -f1) || true
+        [[ $psnr == inf ]] && psnr=99
+        ((psnr > best)) && best=$psnr
+    done
+    ((best >= 30)) || { wh_reason "the JPEG matches no capture (PSNR $best)"; return 1; }
+}
+
+# File > Mail > Send the current capture: the JPEG reaches Wine's MAPISendMail, no box
+# comes, and the attachment stays for the client; Help > Write to us reaches it too.
+mapi_sends() { (($(grep -c 'winemapi:MAPISendMail Executing' "$WH_ART/mirovanta.exe.log") >= $1)); }
+check_mail() {
+    local avant
+    avant=$(grep -c 'winemapi:MAPISendMail Executing' "$WH_ART/mirovanta.exe.log" || true)
+    wh_key "$MAIN" alt+f || return 1
+    sleep 0.5
+    _wh_xdo key m c || return 1
+    wh_wait_for "MAPISendMail" 15 mapi_sends $((avant + 1)) || return 1
+    sleep 2
+    ! box_up || { wh_reason "a box after the send"; return 1; }
+    # The mailed mark stands on the thumbnail once the mouse is off the thumbnails.
+    list_origin && clear_hover
+    wh_screenshot mailed.png "120x600+$LX+$LY"
+    compare -subimage-search -metric AE "$WH_SHOT" "$BIN/markmail.bmp" null: >/dev/null 2>&1 ||
+        { wh_reason "no mailed mark in the collection"; return 1; }
+    local piece
+    piece=$(grep -A1 'Ignoring 1 attachments' "$WH_ART/mirovanta.exe.log" | tail -1 | sed 's/.*"\(.*\)".*/\1/;s/\\\\/\\/g')
+    [[ $piece == *-2.jpg ]] || { wh_reason "attachment '$piece'"; return 1; }
+    [[ -s $(winepath -u "$piece") ]] || { wh_reason "the attachment is gone"; return 1; }
+    wh_key "$MAIN" alt+h || return 1
+    sleep 0.5
+    _wh_xdo key w || return 1
+    wh_wait_for "the mail to us" 15 mapi_sends $((avant + 2)) || return 1
+    grep -q 'mailto:.*support@mirovanta.app' "$WH_ART/mirovanta.exe.log" || { wh_reason "no support address"; return 1; }
+    sleep 2
+    ! box_up || { wh_reason "a box after writing to us"; return 1; }
+}
+
 # The builder, opened by the collection's marquee: the default delay of half a second, a
 # build into the save folder read by gifsicle and ImageMagick, and a preview that plays.
 SAVED="$WINEPREFIX/drive_c/users/$(id -un)/Documents"
@@ -361,6 +426,8 @@ wh_check "the background is see-through and lets the mouse through" check_see_th
 wh_check "Edit with no paint program: one warning, the caption unchanged" check_no_editor
 wh_check "the editor's red square comes back into the view" check_editor_edits
 wh_check "choosing another capture ends our editor and no other" check_choice_ends_editor
+wh_check "the uploader gets the current capture as a JPEG" check_upload
+wh_check "mail hands the current capture to the mail client, without a box" check_mail
 wh_check "the marquee's builder makes a playing GIF of the captures" check_gif_build
 wh_check "a folder with a stray file: entry 223 and the program goes on" check_gif_folder
 wh_check "a folder with no GIF shows the page that says how" check_gif_empty_folder

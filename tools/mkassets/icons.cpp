@@ -160,6 +160,22 @@ void DrawFloppy(Canvas& c, double x, double y, double s) {
 }
 } // namespace
 
+gdi::Surface SavedMark() {
+    Canvas c(16, 15, 8);
+    DrawFloppy(c, 1, 0.5, 14);
+    return c.Downsample();
+}
+
+gdi::Surface MailedMark() {
+    Canvas c(16, 15, 8);
+    Shape envelope = RoundRect(0.5, 2.5, 15.5, 13.5, 1);
+    c.FillOutlined(envelope, Vertical(kPaper, 2.5, kPaperShade, 13.5), kBlueDark);
+    c.Fill(Line({1.5, 3.5}, {8, 8.5}, 1.0), Solid(kBlueDark));
+    c.Fill(Line({8, 8.5}, {14.5, 3.5}, 1.0), Solid(kBlueDark));
+    c.FillOutlined(Circle(12, 11, 2.6), Solid(kGreen), kGreenDark);
+    return c.Downsample();
+}
+
 void DrawCopy(Canvas& c) {
     DrawSheet(c, 4, 3, 19, 22, false);
     c.Fill(Rect(7, 9, 16, 10.2), Solid(kTextLine));

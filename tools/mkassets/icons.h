@@ -48,6 +48,10 @@ void DrawPicture(Canvas& c, double x0, double y0, double x1, double y1);
 void DrawSelection(Canvas& c, double x0, double y0, double x1, double y1);
 
 // The symbols, split over two files by theme.
+// The thumbnails' marks, 16x15: saved, and sent by mail.
+gdi::Surface SavedMark();
+gdi::Surface MailedMark();
+
 void DrawNewZone(Canvas& c);
 void DrawWholeScreen(Canvas& c);
 void DrawWindow(Canvas& c);

@@ -1,6 +1,6 @@
-// mkassets OUTPUT_DIR: draws the toolbar bitmaps, the language chooser's flags and the shutter
-// sound and picture installed beside the program, and the program's icon. Exits non-zero with a
-// message when a file cannot be written.
+// mkassets OUTPUT_DIR: draws the toolbar bitmaps, the thumbnails' marks, the language
+// chooser's flags and the shutter sound and picture installed beside the program, and the
+// program's icon. Exits non-zero with a message when a file cannot be written.
 #include "appicon.h"
 #include "flags.h"
 #include "icons.h"
@@ -52,6 +52,9 @@ int main(int argc, char** argv) {
     write("toutbleuc.bmp", DrawButton(nullptr, false));
     write("camera.wav", mk::ShutterWav());
     write("fcam.bmp", gdi::EncodeBmp(mk::ShutterPicture(), 24));
+    // The marks of saved and mailed captures.
+    write("marksave.bmp", gdi::EncodeBmp(mk::SavedMark(), 24));
+    write("markmail.bmp", gdi::EncodeBmp(mk::MailedMark(), 24));
     // The language chooser's flags.
     write("flagfr.bmp", gdi::EncodeBmp(mk::FlagFrench(), 24));
     write("flagen.bmp", gdi::EncodeBmp(mk::FlagBritish(), 24));

@@ -449,6 +449,18 @@ std::wstring ProgramOf(const std::wstring& commandLine) {
 
 } // namespace
 
+int Mailer::SignOn(ui::WindowHandle) {
+    ++signOns;
+    return signOnResult;
+}
+
+int Mailer::Send(ui::WindowHandle, const platform::MailMessage& message) {
+    Sent s{message, {}};
+    for (const auto& a : message.attachments) s.attachmentsExisted.push_back(rt::FileExists(a));
+    sent.push_back(std::move(s));
+    return sendResult;
+}
+
 uint32_t Processes::Start(const std::wstring& commandLine, int showStyle) {
     const std::wstring programme = ProgramOf(commandLine);
     for (const auto& u : unstartable)

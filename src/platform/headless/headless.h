@@ -245,6 +245,22 @@ private:
     uint32_t nextId_ = 4000;
 };
 
+// A mail client that records what it was given; the test sets the numbers it answers.
+class Mailer : public platform::Mailer {
+public:
+    struct Sent {
+        platform::MailMessage message;
+        std::vector<bool> attachmentsExisted; // each attachment's file, at the send
+    };
+    int signOnResult = 0;
+    int sendResult = 0;
+    int signOns = 0;
+    std::vector<Sent> sent; // every message handed to Send, whatever it answered
+
+    int SignOn(ui::WindowHandle owner) override;
+    int Send(ui::WindowHandle owner, const platform::MailMessage& message) override;
+};
+
 struct InputRecord {
     std::wstring prompt, title, defaultText;
 };
@@ -279,6 +295,7 @@ public:
     platform::Printer& GetPrinter() override { return printer; }
     platform::WaveAudio& GetWaveAudio() override { return audio; }
     platform::Processes& GetProcesses() override { return processes; }
+    platform::Mailer& GetMailer() override { return mailer; }
     platform::GuiResources GuiResourceCounts() override { return {}; }
 
     // --- the test's side
@@ -293,6 +310,7 @@ public:
     Printer printer;
     WaveAudio audio;
     Processes processes;
+    Mailer mailer;
 
     // Virtual time in milliseconds since the start date below; each DoEvents moves it.
     int64_t nowMs = 0;

@@ -71,6 +71,7 @@ public:
     virtual platform::Printer& GetPrinter() = 0;
     virtual platform::WaveAudio& GetWaveAudio() = 0;
     virtual platform::Processes& GetProcesses() = 0;
+    virtual platform::Mailer& GetMailer() = 0;
     virtual platform::GuiResources GuiResourceCounts() = 0;
 
     // Runs just before the program ends by End (the main form's Terminate).

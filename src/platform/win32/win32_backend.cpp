@@ -70,6 +70,7 @@ Win32Backend::Win32Backend() {
     printer_ = MakePrinter();
     audio_ = MakeWaveAudio();
     processes_ = MakeProcesses();
+    mailer_ = MakeMailer();
 }
 
 Win32Backend::~Win32Backend() {

@@ -40,6 +40,7 @@ public:
     platform::Printer& GetPrinter() override { return *printer_; }
     platform::WaveAudio& GetWaveAudio() override { return *audio_; }
     platform::Processes& GetProcesses() override { return *processes_; }
+    platform::Mailer& GetMailer() override { return *mailer_; }
     platform::GuiResources GuiResourceCounts() override;
 
     // The main loop: runs until the last form is gone or the program ends.
@@ -70,6 +71,7 @@ private:
     std::unique_ptr<PrinterDevice> printer_;
     std::unique_ptr<platform::WaveAudio> audio_;
     std::unique_ptr<platform::Processes> processes_;
+    std::unique_ptr<platform::Mailer> mailer_;
     // Last, so that it is destroyed first: no timer outlives the services.
     WindowHandleOwner timerWindow_;
 };
@@ -83,6 +85,8 @@ std::unique_ptr<platform::Shell> MakeShell();
 std::unique_ptr<platform::WaveAudio> MakeWaveAudio();
 // Started programs and the running list, in win32_process.cpp.
 std::unique_ptr<platform::Processes> MakeProcesses();
+// The Simple MAPI mail client, in win32_mail.cpp.
+std::unique_ptr<platform::Mailer> MakeMailer();
 // The GDI+ codec, in win32_codec.cpp; the notification-area icon, in win32_tray.cpp.
 std::unique_ptr<platform::ImageCodec> MakeCodec();
 std::unique_ptr<platform::Tray> MakeTray();
