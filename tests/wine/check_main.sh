@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Checks of the main window under Wine: the toolbar's buttons at their places, the view of a
-# zone at each zoom, the mode reduced to the toolbar, and the notification-area icon: its
-# double click, its menu, and a hotkey capture while both windows are hidden.
+# zone at each zoom, the mode reduced to the toolbar, the about box and its mail button,
+# and the notification-area icon: its double click, its menu, and a hotkey capture while
+# both windows are hidden.
 # Usage: check_main.sh BIN_DIR
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -22,7 +23,8 @@ PICTURES=(camera toutecran camerafen copy savex saveallx printerx paintx multise
 
 # Each button shows its own picture: the mouse away, every one of the 20 equals its file.
 check_toolbar() {
-    mv_start "$BIN" || return 1
+    # Wine's mail client traces the calls that reach it.
+    WINEDEBUG=-all,+mapi,+winemapi mv_start "$BIN" || return 1
     wh_mouse_move 640 1000
     sleep 1
     wh_window_geometry "$MAIN" || return 1
@@ -117,6 +119,25 @@ tray_menu() {
     done
     return 1
 }
+# The about box: its mail button opens a message to the support address in the mail
+# client (Wine's hands it to its browser) with no box, and OK closes it.
+about_box() { wh_find_window '^Mirovanta$' 1 && ABOUT=$WH_WID; }
+mapi_sends() { grep -q 'winemapi:MAPISendMail Executing.*support@mirovanta.app' "$WH_ART/mirovanta.exe.log"; }
+check_about() {
+    mv_click_button 18
+    wh_wait_for "the about box" 10 about_box || return 1
+    sleep 3
+    wh_screenshot about.png
+    wh_click "$ABOUT" $(((960 + 1000) / TPP)) $(((1500 + 200) / TPP)) || return 1
+    wh_wait_for "MAPISendMail" 15 mapi_sends || return 1
+    sleep 2
+    [[ $(xdotool search --onlyvisible --name '^Mirovanta$' | wc -l) == 1 ]] ||
+        { wh_reason "a box came with the about box"; return 1; }
+    wh_click "$ABOUT" $(((3900 + 600) / TPP)) $(((1500 + 200) / TPP)) || return 1
+    wh_wait_window_gone "$ABOUT" 10 || return 1
+    sleep 3
+}
+
 # tray_click [xdotool click options] BUTTON: a click on the icon.
 tray_click() { wh_mouse_move "$TRAY_X" "$TRAY_Y" && sleep 0.3 && _wh_xdo click "$@"; }
 # Without a window manager a minimised window stays on the screen; Wine marks it iconic.
@@ -172,6 +193,7 @@ check_tray_menu_and_hotkey() {
 wh_check "the toolbar's 20 buttons show their pictures in their places" check_toolbar
 wh_check "a zone at 25, 50, 75, 100 and 200 %" check_zoom
 wh_check "command 16 folds the window to its toolbar and back" check_reduced
+wh_check "the about box writes to us through the mail client" check_about
 wh_check "the program's icon stands in the tray" check_tray_icon
 wh_check "double clicks on the icon put the windows away and back" check_tray_double_click
 wh_check "the tray menu's standby hides both windows; Control+E still captures" check_tray_menu_and_hotkey
