@@ -2,6 +2,7 @@
 
 #include "app/app.h"
 #include "core/frmMain.h"
+#include "language/frmTip.h"
 #include "runtime/files.h"
 
 namespace mv {
@@ -16,6 +17,9 @@ void MnuChgLang_Click(App& app) {
     app.main->MnuChgLang.SetEnabled(false);
 }
 
-void mnuReacTip_Click(App&) {}
+void mnuReacTip_Click(App& app) {
+    EcrireAstucesAuDemarrage(app, true);
+    app.tip->Show();
+}
 
 } // namespace mv

@@ -74,6 +74,13 @@ public:
     virtual std::wstring ShortDatePattern() = 0;
     virtual std::wstring TimePattern() = 0;
     virtual void SetPriorityHigh() = 0;
+    // The per-user store of one program's small settings (the registry, under
+    // HKCU\Software\<program>\<section>), as text: def when the value is absent or is
+    // not text. SaveSetting is false when the value cannot be written.
+    virtual std::wstring GetSetting(const std::wstring& program, const std::wstring& section,
+                                    const std::wstring& key, const std::wstring& def) = 0;
+    virtual bool SaveSetting(const std::wstring& program, const std::wstring& section,
+                             const std::wstring& key, const std::wstring& value) = 0;
 };
 
 // The image codec library (GDI+ on Windows), by the calls the conversion makes. Status 0

@@ -20,8 +20,18 @@ mv_button_x() {
 # mv_click_button N: clicks toolbar button N of the main window.
 mv_click_button() { wh_click "$MAIN" $(($(mv_button_x "$1") + 16)) $((MENU_H + 16)); }
 
-# mv_use_prefix: sets APPDATA, the program's folder in the prefix made by wh_start_wine.
-mv_use_prefix() { APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"; }
+# mv_use_prefix: sets APPDATA, the program's folder in the prefix made by wh_start_wine,
+# and turns the tip of the day off.
+mv_use_prefix() {
+    APPDATA="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Mirovanta"
+    # The tip of the day stays away, except where a check asks for it.
+    mv_tips 0
+}
+
+# mv_tips 0|1: the program's "Show Tips at Startup" setting in the registry.
+mv_tips() {
+    wh_wine reg add 'HKCU\Software\Mirovanta\Options' /v 'Show Tips at Startup' /t REG_SZ /d "$1" /f >/dev/null
+}
 
 # mv_choose_english: the language is chosen already, so the chooser does not come up.
 mv_choose_english() { mkdir -p "$APPDATA" && printf 'ConstPRJA\r\n' >"$APPDATA/spoken.txt"; }

@@ -160,6 +160,19 @@ void DrawFloppy(Canvas& c, double x, double y, double s) {
 }
 } // namespace
 
+gdi::Surface Bulb() {
+    Canvas c(32, 32, 8);
+    c.FillSoft(Circle(16, 12, 9), Solid(kYellow), 0.35, 4);
+    Shape verre =
+        Union(Circle(16, 12, 8), Polygon({{10.5, 16}, {21.5, 16}, {19.5, 23}, {12.5, 23}}));
+    c.FillOutlined(verre, Radial(Lighter(kYellow, 0.7), {14, 9}, 10, kYellow),
+                   Darker(kYellow, 0.45));
+    c.Fill(Arc(16, 12, 5, 200, 260, 1.4), Solid(kWhite), 0.8);
+    c.FillOutlined(RoundRect(12, 23, 20, 29, 1.5), Vertical(kMetal, 23, kMetalDark, 29), kInk);
+    for (double y : {25.0, 27.0}) c.Fill(Rect(12.5, y, 19.5, y + 0.8), Solid(kBody), 0.7);
+    return c.Downsample();
+}
+
 gdi::Surface SavedMark() {
     Canvas c(16, 15, 8);
     DrawFloppy(c, 1, 0.5, 14);

@@ -48,6 +48,8 @@ void DrawPicture(Canvas& c, double x0, double y0, double x1, double y1);
 void DrawSelection(Canvas& c, double x0, double y0, double x1, double y1);
 
 // The symbols, split over two files by theme.
+// The tip of the day's light bulb, 32x32.
+gdi::Surface Bulb();
 // The thumbnails' marks, 16x15: saved, and sent by mail.
 gdi::Surface SavedMark();
 gdi::Surface MailedMark();

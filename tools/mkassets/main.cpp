@@ -55,6 +55,7 @@ int main(int argc, char** argv) {
     // The marks of saved and mailed captures.
     write("marksave.bmp", gdi::EncodeBmp(mk::SavedMark(), 24));
     write("markmail.bmp", gdi::EncodeBmp(mk::MailedMark(), 24));
+    write("bulb.bmp", gdi::EncodeBmp(mk::Bulb(), 24));
     // The language chooser's flags.
     write("flagfr.bmp", gdi::EncodeBmp(mk::FlagFrench(), 24));
     write("flagen.bmp", gdi::EncodeBmp(mk::FlagBritish(), 24));

@@ -111,6 +111,20 @@ public:
     std::wstring ShortDatePattern() override { return datePattern; }
     std::wstring TimePattern() override { return timePattern; }
     void SetPriorityHigh() override { highPriority = true; }
+    // The settings store, by "program\\section\\key".
+    std::map<std::wstring, std::wstring> settings;
+    bool settingsReadOnly = false;
+    std::wstring GetSetting(const std::wstring& program, const std::wstring& section,
+                            const std::wstring& key, const std::wstring& def) override {
+        const auto it = settings.find(program + L"\\" + section + L"\\" + key);
+        return it == settings.end() ? def : it->second;
+    }
+    bool SaveSetting(const std::wstring& program, const std::wstring& section,
+                     const std::wstring& key, const std::wstring& value) override {
+        if (settingsReadOnly) return false;
+        settings[program + L"\\" + section + L"\\" + key] = value;
+        return true;
+    }
 };
 
 // A codec that keeps pictures in memory and writes every format as a BMP file, recording

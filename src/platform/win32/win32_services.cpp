@@ -249,6 +249,34 @@ public:
         SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_HIGHEST);
         SetPriorityClass(GetCurrentProcess(), HIGH_PRIORITY_CLASS);
     }
+    std::wstring GetSetting(const std::wstring& program, const std::wstring& section,
+                            const std::wstring& key, const std::wstring& def) override {
+        const std::wstring chemin = L"Software\\" + program + L"\\" + section;
+        DWORD size = 0;
+        if (RegGetValueW(HKEY_CURRENT_USER, chemin.c_str(), key.c_str(), RRF_RT_REG_SZ, nullptr,
+                         nullptr, &size) != ERROR_SUCCESS ||
+            size < sizeof(wchar_t))
+            return def;
+        std::wstring texte(size / sizeof(wchar_t), L'\0');
+        if (RegGetValueW(HKEY_CURRENT_USER, chemin.c_str(), key.c_str(), RRF_RT_REG_SZ, nullptr,
+                         texte.data(), &size) != ERROR_SUCCESS)
+            return def;
+        texte.resize(wcsnlen(texte.c_str(), texte.size()));
+        return texte;
+    }
+    bool SaveSetting(const std::wstring& program, const std::wstring& section,
+                     const std::wstring& key, const std::wstring& value) override {
+        const std::wstring chemin = L"Software\\" + program + L"\\" + section;
+        HKEY cle = nullptr;
+        if (RegCreateKeyExW(HKEY_CURRENT_USER, chemin.c_str(), 0, nullptr, 0, KEY_SET_VALUE,
+                            nullptr, &cle, nullptr) != ERROR_SUCCESS)
+            return false;
+        const LSTATUS r = RegSetValueExW(cle, key.c_str(), 0, REG_SZ,
+                                         reinterpret_cast<const BYTE*>(value.c_str()),
+                                         DWORD((value.size() + 1) * sizeof(wchar_t)));
+        RegCloseKey(cle);
+        return r == ERROR_SUCCESS;
+    }
 
 private:
     static std::wstring LocaleText(LCTYPE type, const wchar_t* fallback) {
