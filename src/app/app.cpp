@@ -5,6 +5,8 @@
 #include "core/frmMain.h"
 #include "core/small_forms.h"
 #include "gifanim/FrmGifAnim.h"
+#include "language/AideRapide.h"
+#include "language/FrmAideStd.h"
 #include "language/FrmChoixLng.h"
 #include "language/frmTip.h"
 #include "output/conversion.h"
@@ -21,6 +23,11 @@ App::App(ui::Backend& backend) : be(backend) {
     full = std::make_unique<FrmFull>(*this);
     options = std::make_unique<Options>(*this);
     tip = std::make_unique<frmTip>(*this);
+    aide = std::make_unique<FrmAideStd>(*this);
+    aidfn = std::make_unique<FrmAidfn>(*this);
+    aidfv = std::make_unique<Frmaidfv>(*this);
+    aidopt = std::make_unique<FrmAidOpt>(*this);
+    actua = std::make_unique<FrmActua>(*this);
     about = std::make_unique<frmAbout>(*this);
     choix = std::make_unique<FrmChoixLng>(*this);
     splash = std::make_unique<frmSplash>(*this);

@@ -3,6 +3,7 @@
 #include "app/app.h"
 #include "browser/Flistimages.h"
 #include "core/frmMain.h"
+#include "language/FrmAideStd.h"
 #include "output/output.h"
 #include "runtime/files.h"
 
@@ -45,7 +46,7 @@ void Wait(App& app, int ms) {
 const std::set<std::string>& Verbs() {
     static const std::set<std::string> verbs = {
         "wait",    "click",       "key",  "gui",  "saveall", "waitfile", "savefolder", "marks",
-        "quality", "keepwindows", "time", "mark", "repeat",  "end",      "ticks"};
+        "quality", "keepwindows", "time", "mark", "repeat",  "end",      "ticks",      "helptext"};
     return verbs;
 }
 
@@ -65,6 +66,10 @@ void RunLine(App& app, const std::string& line) {
         int code = 0, shift = 0;
         in >> code >> shift;
         app.main->Form_KeyDown(int16_t(code), int16_t(shift));
+    } else if (verb == "helptext") {
+        std::string file;
+        in >> file;
+        Append(file, rt::ToUtf8(app.aide->LabExplic.Caption()));
     } else if (verb == "gui") {
         std::string file;
         in >> file;

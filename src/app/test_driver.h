@@ -17,6 +17,7 @@
 //   waitfile PATH     run pending events until PATH (a Windows path) exists, 120 s at most
 //   repeat N ... end  the lines between, N times (no nesting)
 //   gui FILE          append the process's GDI and USER object counts to FILE
+//   helptext FILE     append the illustrated help's explanation, as it reads now, to FILE
 //   mark FILE TEXT    append TEXT to FILE (a sign for the check that drives the run)
 //   time FILE LABEL   append LABEL and the clock's seconds since midnight to FILE
 #pragma once

@@ -47,6 +47,7 @@ void Flistimages::WireEvents() {
 }
 
 void Flistimages::Design() {
+    keyPreview = true;
     SetCaption(L"Collection");
     borderStyle = ui::kBorderFixedToolWindow;
     maxButton = false;

@@ -5,6 +5,8 @@
 #include "core/frmMain.h"
 #include "core/small_forms.h"
 #include "gifanim/FrmGifAnim.h"
+#include "language/AideRapide.h"
+#include "language/FrmAideStd.h"
 #include "language/frmTip.h"
 #include "language/language_menu.h"
 #include "output/output.h"
@@ -76,6 +78,9 @@ void frmMain::WireEvents() {
     mnufDelCaptCoch.OnClick = [this] { mnufDelCaptCoch_Click(); };
     mnuoptions.OnClick = [this] { mnuoptions_Click(); };
     mnuReacTip.OnClick = [this] { mnuReacTip_Click(app); };
+    MnuAide.OnClick = [this] { MnuAide_Click(app); };
+    MnuNouversion.OnClick = [this] { MnuNouversion_Click(app); };
+    Tutosite.OnClick = [this] { Tutosite_Click(app); };
     MnuCaptper.OnClick = [this] { MnuCaptper_Click(app); };
     mnuFabGif.OnClick = [this] { mnuFabGif_Click(app); };
     MnuChgLang.OnClick = [this] { MnuChgLang_Click(app); };
@@ -284,6 +289,8 @@ void frmMain::Form_KeyDown(int16_t KeyCode, int16_t Shift) {
         bouton_Click(kCmdSupprimer);
     } else if (KeyCode == ui::kKeyQ && Shift == ui::kCtrlMask) {
         quitprog();
+    } else if (KeyCode == ui::kKeyF1) {
+        app.aidfn->Montrer(*this);
     }
 }
 

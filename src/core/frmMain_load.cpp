@@ -5,6 +5,7 @@
 #include "core/frmMain.h"
 #include "core/small_forms.h"
 #include "gifanim/FrmGifAnim.h"
+#include "language/AideRapide.h"
 #include "language/frmTip.h"
 #include "output/output.h"
 #include "output/tags.h"
@@ -153,6 +154,13 @@ void frmMain::Form_Load() {
     SetBackColor(uint32_t(r) | uint32_t(g) << 8 | uint32_t(245) << 16);
     // The thumbnail window takes this colour; TimerUnload hides it once the load is over.
     app.list->Load();
+    // F1 in the thumbnails or the options: their quick help panel.
+    app.list->OnKeyDown = [this](int16_t& key, int16_t) {
+        if (key == ui::kKeyF1) app.aidfv->Montrer(*app.list);
+    };
+    app.options->OnKeyDown = [this](int16_t& key, int16_t) {
+        if (key == ui::kKeyF1) app.aidopt->Montrer(*app.options);
+    };
 
     chargtconstMain();
     chargtparam();

@@ -1,6 +1,7 @@
 // frmMain: the five capture hotkeys, polled from whichever application has the focus.
 #include "core/commands.h"
 #include "core/frmMain.h"
+#include "language/AideRapide.h"
 #include "runtime/integer.h"
 #include "settings/Options.h"
 
@@ -39,6 +40,7 @@ void frmMain::Timerclav_Timer() {
 
     // A hotkey cancels the side windows, the options dialog among them.
     if (app.options->IsLoaded() && app.options->Visible()) app.options->Unload();
+    FermerAidesRapides(app);
 
     const ui::Point pos = app.be.GetCursor().GetCursorPos();
     app.CurseurCapt = app.be.GetCursor().GetCursor();

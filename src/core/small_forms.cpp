@@ -65,7 +65,7 @@ void FrmSortie::Design() {
 frmAbout::frmAbout(App& a) : ui::Form(a.be, L"frmAbout"), app(a) {
     OnLoad = [this] {
         PictLogo.SetPicture(gdi::LoadBmp(app.be.GetShell().ProgramFolder() + L"\\camera.bmp"));
-        cmdMail.SetCaption(app.main->mnumail.Caption());
+        cmdMail.SetCaption(app.Lang(183));
     };
     cmdOK.OnClick = [this] { cmdOK_Click(); };
     cmdMail.OnClick = [this] { envoimail(app); };

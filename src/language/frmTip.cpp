@@ -33,17 +33,17 @@ frmTip::frmTip(App& a) : ui::Form(a.be, L"frmTip"), app(a) {
 
 void frmTip::Design() {
     borderStyle = ui::kBorderFixedDialog;
-    CenterOnScreen(6600, 3500);
+    CenterOnScreen(6600, 2950);
     Picture1.Move(240, 240, 480, 480);
     Label1.Move(960, 240, 5300, 360);
     Label1.SetFont({L"Arial", 12, true, false});
     Label1.SetTransparent(true);
-    lblTipText.Move(960, 720, 5300, 1700);
+    lblTipText.Move(960, 720, 5300, 1150);
     lblTipText.SetFont({L"Arial", 10, false, false});
     lblTipText.SetTransparent(true);
-    chkLoadTipsAtStartup.Move(240, 2600, 3000, 300);
-    cmdNextTip.Move(3500, 2550, 1450, 400);
-    cmdOK.Move(5100, 2550, 1160, 400);
+    chkLoadTipsAtStartup.Move(240, 2050, 3000, 300);
+    cmdNextTip.Move(3500, 2000, 1450, 400);
+    cmdOK.Move(5100, 2000, 1160, 400);
 }
 
 void frmTip::Form_Load() {

@@ -38,6 +38,7 @@ Options::Options(App& a) : ui::Form(a.be, L"Options"), app(a) {
 }
 
 void Options::Design() {
+    keyPreview = true;
     SetCaption(L"Options");
     borderStyle = ui::kBorderFixedDialog;
     Move(1200, 1200, 12100, 6900);

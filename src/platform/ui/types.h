@@ -33,6 +33,7 @@ enum KeyCode {
     kKeyQ = 81,
     kKeyNumpad1 = 97,
     kKeyNumpad9 = 105,
+    kKeyF1 = 112,
     kKeyF5 = 116,
 };
 
