@@ -89,46 +89,40 @@ public:
 
     int Send(ui::WindowHandle owner, const platform::MailMessage& m) override {
         if (!Load()) return kNoClient;
-        const FLAGS flags = MAPI_DIALOG | MAPI_LOGON_UI;
         if (sendW_) {
-            // The strings are copied: the records take non-const pointers.
-            std::wstring address = L"SMTP:" + m.address, subject = m.subject, note = m.note;
             std::vector<std::wstring> paths(m.attachments);
-            MapiRecipW recip{0, MAPI_TO, address.data() + 5, address.data(), 0, nullptr};
-            std::vector<MapiFileW> files;
-            for (auto& p : paths)
-                files.push_back({0, 0, kPositionNone, p.data(), nullptr, nullptr});
-            MapiMessageW msg{};
-            msg.lpszSubject = subject.data();
-            msg.lpszNoteText = note.data();
-            if (!m.address.empty()) {
-                msg.nRecipCount = 1;
-                msg.lpRecips = &recip;
-            }
-            msg.nFileCount = ULONG(files.size());
-            msg.lpFiles = files.empty() ? nullptr : files.data();
-            return Number(sendW_(session_, ULONG_PTR(owner), &msg, flags, 0));
+            return Number(Envoyer<MapiMessageW, MapiRecipW, MapiFileW>(
+                sendW_, ULONG_PTR(owner), L"SMTP:" + m.address, m.subject, m.note, paths,
+                !m.address.empty()));
         }
-        std::string address = "SMTP:" + Narrow(m.address), subject = Narrow(m.subject),
-                    note = Narrow(m.note);
         std::vector<std::string> paths;
         for (const auto& p : m.attachments) paths.push_back(NarrowPath(p));
-        MapiRecipDesc recip{0, MAPI_TO, address.data() + 5, address.data(), 0, nullptr};
-        std::vector<MapiFileDesc> files;
+        return Number(Envoyer<MapiMessage, MapiRecipDesc, MapiFileDesc>(
+            sendA_, ULONG_PTR(owner), "SMTP:" + Narrow(m.address), Narrow(m.subject),
+            Narrow(m.note), paths, !m.address.empty()));
+    }
+
+private:
+    // Fills the records of one message, wide or narrow (the records take non-const
+    // strings, so they point into these copies), and sends it through the client's dialog.
+    template <class Msg, class Recip, class File, class Str, class Fn>
+    ULONG Envoyer(Fn envoi, ULONG_PTR owner, Str address, Str subject, Str note,
+                  std::vector<Str>& paths, bool withAddress) {
+        Recip recip{0, MAPI_TO, address.data() + 5, address.data(), 0, nullptr};
+        std::vector<File> files;
         for (auto& p : paths) files.push_back({0, 0, kPositionNone, p.data(), nullptr, nullptr});
-        MapiMessage msg{};
+        Msg msg{};
         msg.lpszSubject = subject.data();
         msg.lpszNoteText = note.data();
-        if (!m.address.empty()) {
+        if (withAddress) {
             msg.nRecipCount = 1;
             msg.lpRecips = &recip;
         }
         msg.nFileCount = ULONG(files.size());
         msg.lpFiles = files.empty() ? nullptr : files.data();
-        return Number(sendA_(session_, ULONG_PTR(owner), &msg, flags, 0));
+        return envoi(session_, owner, &msg, MAPI_DIALOG | MAPI_LOGON_UI, 0);
     }
 
-private:
     static int Number(ULONG r) {
         if (r == SUCCESS_SUCCESS) return 0;
         if (r == MAPI_E_NOT_SUPPORTED) return kNoClient;
