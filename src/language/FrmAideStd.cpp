@@ -101,9 +101,9 @@ void FrmAideStd::Design() {
     maxButton = false;
     Move(600, 600, kLargeurMin, 6000);
     if (!CdeFen.Exists(0)) CdeFen.Design(0);
-    LabChoix.Move(120, 120, 1560, 440);
+    LabChoix.Move(120, 120, 1560, 640);
     LabChoix.SetTransparent(true);
-    CdeFen[0].Move(120, kHautImage, 1560, 420);
+    CdeFen[0].Move(120, kHautImage + 200, 1560, 420);
     LabVue.Move(kGaucheImage, 200, 6000, 300);
     LabVue.SetFont({L"Arial", 10, true, false});
     LabVue.SetTransparent(true);

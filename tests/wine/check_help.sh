@@ -113,7 +113,7 @@ help_at() {
     wh_mouse_move $((WH_X + 1800 / TPP + $1)) $((WH_Y + 600 / TPP + $2))
 }
 help_button() {
-    local tops=(600 1100 1600 2400)
+    local tops=(800 1300 1800 2600)
     wh_window_geometry "$HELP" || return 1
     wh_click root $((WH_X + 900 / TPP)) $((WH_Y + (${tops[$1]} + 210) / TPP))
 }
@@ -122,7 +122,7 @@ said() {
     : >"$SIGNS/$1"
     wh_wait_for "the help text $1" 10 eval "[[ \$(wc -l <'$SIGNS/said.txt' 2>/dev/null || echo 0) -ge $1 ]]" || return 1
     local got
-    got=$(sed -n "$1p" "$SIGNS/said.txt")
+    got=$(sed -n "$1p" "$SIGNS/said.txt" | tr -d '\r')
     [[ $got == "$2" ]] || { wh_reason "sign $1: '$got', not '$2'"; return 1; }
 }
 run_help() {
@@ -171,7 +171,12 @@ check_help_english() {
     quit_program || return 1
     run_help en ConstPRJA h
 }
-check_help_french() { run_help fr ConstPRJF a; }
+check_help_french() {
+    kill "$WH_PID_PROGRAM" 2>/dev/null || true
+    wh_wait_exit "$WH_PID_PROGRAM" 20 || true
+    WH_REASON=""
+    run_help fr ConstPRJF a
+}
 
 wh_check "the tip greets the first start; its box turns it off" check_tip_first_start
 wh_check "no tip at the next start; Help > Tip of the day brings it back" check_tip_off_then_menu
