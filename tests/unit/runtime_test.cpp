@@ -217,10 +217,11 @@ TEST(RuntimeText, Encodings) {
 class RuntimeFiles : public ::testing::Test {
 protected:
     void SetUp() override {
-        dir_ =
-            std::filesystem::temp_directory_path() /
-            ("mirovanta_rt_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-             "_" + std::to_string(reinterpret_cast<uintptr_t>(this)));
+        dir_ = std::filesystem::temp_directory_path() /
+               // Its own folder per test: ctest runs the tests of this suite side by side.
+               ("mirovanta_rt_" +
+                std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + "_" +
+                std::to_string(reinterpret_cast<uintptr_t>(this)));
         std::filesystem::remove_all(dir_);
         std::filesystem::create_directories(dir_);
     }
