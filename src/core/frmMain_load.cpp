@@ -447,7 +447,7 @@ void frmMain::quitprog() {
     for (int i = 1; i <= app.NbVignettes; ++i)
         pas([&] { rt::Kill(app.DossierTemp + L"\\" + app.tab.FichierV[i]); });
     // The JPEG files of mail and the uploader; one still held open is left.
-    for (const auto& f : app.FichiersSortie) pas([&] { rt::Kill(f); });
+    for (const auto& f : app.FichiersSortie) rt::KillQuietly(f);
     pas([&] { rt::RmDir(app.DossierTemp); });
     // The icon leaves the notification area with the program.
     pas([&] { app.be.GetTray().Delete(); });

@@ -315,13 +315,7 @@ void FrmGifAnim::Form_Unload() {
 
 void FrmGifAnim::EffacerEcrits() {
     // Only the frame GIFs this dialog wrote: a file held by another program is left.
-    for (const auto& f : ecrits_) {
-        try {
-            if (rt::FileExists(f)) rt::Kill(f);
-        } catch (...) {
-            rt::CaughtError();
-        }
-    }
+    for (const auto& f : ecrits_) rt::KillQuietly(f);
     ecrits_.clear();
 }
 

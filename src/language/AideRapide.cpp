@@ -4,6 +4,7 @@
 #include "runtime/strings.h"
 
 #include <algorithm>
+#include <array>
 
 namespace mv {
 
@@ -87,9 +88,9 @@ void Tutosite_Click(App& app) {
 }
 
 void FermerAidesRapides(App& app) {
-    for (AideRapide* f :
-         {static_cast<AideRapide*>(app.aidfv.get()), static_cast<AideRapide*>(app.aidfn.get()),
-          static_cast<AideRapide*>(app.aidopt.get())})
+    const std::array<AideRapide*, 3> panneaux = {app.aidfv.get(), app.aidfn.get(),
+                                                 app.aidopt.get()};
+    for (AideRapide* f : panneaux)
         if (f->IsLoaded()) f->Unload();
 }
 

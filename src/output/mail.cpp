@@ -65,13 +65,7 @@ bool EcrireJpeg(App& app, int32_t numero, const std::wstring& jpeg) {
 }
 
 void Effacer(const std::map<int, std::wstring>& fichiers) {
-    for (const auto& [n, f] : fichiers) {
-        try {
-            if (rt::FileExists(f)) rt::Kill(f);
-        } catch (...) {
-            rt::CaughtError();
-        }
-    }
+    for (const auto& [n, f] : fichiers) rt::KillQuietly(f);
 }
 
 struct DejaSignale {}; // an error whose box was shown where it happened

@@ -177,6 +177,14 @@ void Kill(const std::wstring& path) {
     if (!fs::remove(p, ec) || ec) Raise(kPathFileAccess);
 }
 
+void KillQuietly(const std::wstring& path) {
+    try {
+        if (FileExists(path)) Kill(path);
+    } catch (...) {
+        CaughtError();
+    }
+}
+
 void FileCopy(const std::wstring& src, const std::wstring& dst) {
     std::vector<uint8_t> bytes = ReadFileBytes(src);
     WriteFileBytes(dst, bytes.data(), bytes.size());

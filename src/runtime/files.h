@@ -73,6 +73,9 @@ void RmDir(const std::wstring& path);
 // Deletes a file (no wildcards). Raises 53 when there is no such file, 75 when it cannot be
 // deleted (read-only, in use).
 void Kill(const std::wstring& path);
+// Deletes a file the program wrote, if it is still there; one held open elsewhere is left.
+// Raises nothing.
+void KillQuietly(const std::wstring& path);
 // Copies src over dst. Raises 53 when src is missing, then as ReadFileBytes/WriteFileBytes.
 void FileCopy(const std::wstring& src, const std::wstring& dst);
 

@@ -175,11 +175,11 @@ main_picture() {
     read -r _ b <<<"${titles[4]}"
     pieces+=("$a $b")
     # Centred on their zones, pushed apart where they would come closer than 8 pixels.
-    local spec="" k l r
+    local places="" k l r
     for k in 0 1 2 3; do
         read -r a b <<<"${pieces[k]}"
         read -r l r _ <<<"${TITLE_ZONES[k]}"
-        spec+="$(((l + r) / 2)) $((b - a + 3))"$'\n'
+        places+="$(((l + r) / 2)) $((b - a + 3))"$'\n'
     done
     local xs=()
     mapfile -t xs < <(awk 'NF { n++; c[n] = $1; w[n] = $2; x[n] = c[n] - w[n] / 2 }
@@ -188,7 +188,7 @@ main_picture() {
                   o = x[i - 1] + w[i - 1] + 8 - x[i]
                   if (o > 0) { x[i - 1] -= o / 2; x[i] += o / 2 } }
               if (x[1] < 2) { d = 2 - x[1]; for (i = 1; i <= n; i++) x[i] += d }
-              for (i = 1; i <= n; i++) printf "%d\n", x[i] + 0.5 }' <<<"$spec")
+              for (i = 1; i <= n; i++) printf "%d\n", x[i] + 0.5 }' <<<"$places")
     for k in 0 1 2 3; do
         read -r a b <<<"${pieces[k]}"
         crop_to "$bar" $((a - 1)) 0 $((b - a + 3)) 19 "$TMP/title$k.png"
