@@ -222,24 +222,41 @@ TEST_F(StartupTest, DamagedLanguageChoiceAsksAgainAndMissingFlagsDoNotStopIt) {
     EXPECT_FALSE(troisieme->app->choix->IsLoaded());
 }
 
-TEST_F(StartupTest, QuitAsksOnlyForUnsavedCapturesAndThenRemovesTheTemporaryStore) {
+// Quit asks only while a capture is unsaved. Cancel keeps everything and restarts the
+// periodic timer only if it ran; once all are saved the way out asks nothing and removes
+// the temporary store.
+TEST_F(StartupTest, QuitAsksOnlyForUnsavedCapturesCancelKeepsAllThenTheStoreGoes) {
     MarkLanguage();
     Start();
     Captures(2);
     const std::wstring f1 = TempFile(1), f2 = TempFile(2);
-    ASSERT_TRUE(rt::FileExists(f1));
-    ASSERT_TRUE(rt::FileExists(f2));
-
-    // Row 1 saved, row 2 not: the question comes.
     list->PictSave[1].SetVisible(true);
-    be.answers.push_back(ui::kCancel);
+    app->options->Show();
+    main->TimPeriod.SetEnabled(true);
+    be.answers = {ui::kCancel, ui::kCancel};
     main->quitprog();
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].prompt, Entry(115));
+    EXPECT_EQ(be.boxes[0].title, Entry(116));
+    EXPECT_EQ(be.boxes[0].style, ui::kYesNoCancel | ui::kQuestion);
+    EXPECT_TRUE(main->TimPeriod.Enabled());
+    EXPECT_FALSE(app->options->IsLoaded());
+    // A slow run's tick alone does not start a timer that was off.
+    main->TimPeriod.SetEnabled(false);
+    main->MnuCaptper.SetChecked(true);
+    main->quitprog();
+    EXPECT_EQ(be.boxes.size(), 2u);
+    EXPECT_FALSE(main->TimPeriod.Enabled());
+    EXPECT_FALSE(be.ended);
+    EXPECT_TRUE(main->Visible());
+    EXPECT_EQ(TempFolderFiles().size(), 2u);
+    EXPECT_TRUE(be.tray.present);
+    EXPECT_EQ(be.tray.deletes, 0);
 
+    main->MnuCaptper.SetChecked(false);
     list->PictSave[2].SetVisible(true);
     EXPECT_THROW(main->quitprog(), headless::ProgramEnded);
-    EXPECT_EQ(be.boxes.size(), 1u);
+    EXPECT_EQ(be.boxes.size(), 2u);
     EXPECT_EQ(be.lastError, 0);
     EXPECT_FALSE(rt::FileExists(f1));
     EXPECT_FALSE(rt::FileExists(f2));
@@ -286,39 +303,6 @@ TEST_F(StartupTest, QuitGoesOnPastAnErrorInAnyStep) {
     EXPECT_FALSE(rt::FileExists(f2));
     EXPECT_FALSE(rt::DirExists(app->DossierTemp));
     EXPECT_FALSE(be.tray.present);
-}
-
-TEST_F(StartupTest, QuitCancelledKeepsEverythingAndRestartsThePeriodicTimerOnlyIfItRan) {
-    MarkLanguage();
-    Start();
-    Captures(2);
-    app->options->Show();
-    main->TimPeriod.SetEnabled(true);
-    be.answers = {ui::kCancel, ui::kCancel};
-
-    main->quitprog();
-    ASSERT_EQ(be.boxes.size(), 1u);
-    EXPECT_EQ(be.boxes[0].prompt, Entry(115));
-    EXPECT_EQ(be.boxes[0].title, Entry(116));
-    EXPECT_EQ(be.boxes[0].style, ui::kYesNoCancel | ui::kQuestion);
-    EXPECT_TRUE(main->TimPeriod.Enabled());
-    EXPECT_FALSE(app->options->IsLoaded());
-
-    // A slow run's tick alone does not start a timer that was off.
-    main->TimPeriod.SetEnabled(false);
-    main->MnuCaptper.SetChecked(true);
-    main->quitprog();
-    EXPECT_EQ(be.boxes.size(), 2u);
-    EXPECT_FALSE(main->TimPeriod.Enabled());
-
-    EXPECT_FALSE(be.ended);
-    EXPECT_TRUE(main->Visible());
-    EXPECT_EQ(app->NbVignettes, 2);
-    EXPECT_EQ(TempFolderFiles().size(), 2u);
-    EXPECT_TRUE(rt::FileExists(TempFile(1)));
-    EXPECT_TRUE(rt::FileExists(TempFile(2)));
-    EXPECT_TRUE(be.tray.present);
-    EXPECT_EQ(be.tray.deletes, 0);
 }
 
 TEST_F(StartupTest, SessionEndWithoutCapturesEndsAtOnceAndLeavesTheFolder) {
