@@ -264,10 +264,17 @@ TEST_F(OverlayTest, BackToTheLastFrozenScreenAfterItChanged) {
 
 // Command 19 grabs the screen again into the lower half, under the first grab, dimmed and
 // clean alike, and shows the seam in the middle; a rectangle across it takes both grabs.
-TEST_F(OverlayTest, DoubleHeightGrabsTheSecondScreenIntoTheLowerHalf) {
+// F6 and F7 trim the seam on both surfaces and give it back.
+TEST_F(OverlayTest, DoubleHeightGrabsTheSecondScreenIntoTheLowerHalfAndTrimsTheSeam) {
     Start();
     Ouvrir(1);
-    be.KeyDown(F(), 27, 0);
+    // F6 and F7 do nothing in a plain session.
+    const gdi::Surface simple = F().PictPourSel.Image();
+    Touche(117);
+    Touche(118);
+    EXPECT_EQ(F().PictPourSel.Image(), simple);
+    EXPECT_EQ(F().RognBas, 0);
+    Touche(27);
     const gdi::Surface premier = be.desktop.screen;
     be.desktop.screen = Motif(200, 150, 90);
     ClickButton(mv::kCmdZoneDouble);
@@ -298,23 +305,35 @@ TEST_F(OverlayTest, DoubleHeightGrabsTheSecondScreenIntoTheLowerHalf) {
     EXPECT_EQ(zone.At(0, 0), premier.At(21, 131));
     EXPECT_EQ(zone.At(0, 18), premier.At(21, 149));
     EXPECT_EQ(zone.At(0, 19), be.desktop.screen.At(21, 0));
-}
 
-// Two monitors: the frozen picture is two primary screens wide, and a zone on the second
-// screen comes from its own pixels.
-TEST_F(OverlayTest, TwoMonitorsFreezeTwoScreensSideBySide) {
-    be.screen.monitors = 2;
-    be.desktop.screen = Motif(400, 150, 0);
-    Start();
+    // Each double height needs a zone command first.
     Ouvrir(1);
-    EXPECT_EQ(F().Width(), Tw(400));
-    ASSERT_EQ(F().Picture1.Image().Width(), 400);
-    EXPECT_EQ(F().Picture1.Image().At(300, 40), Teinte(be.desktop.screen.At(300, 40)));
-    EXPECT_EQ(F().PictPourSel.Image().At(300, 40), be.desktop.screen.At(300, 40));
-    F().rectsel.Move(Tw(250), Tw(10), Tw(40), Tw(30));
-    be.MouseDown(F().Picture1, Tw(150), Tw(140), ui::kRightButton);
-    ASSERT_EQ(app->NbVignettes, 1);
-    EXPECT_EQ(Capture(1), ScreenPart({251, 11, 291, 41}));
+    Touche(27);
+    ClickButton(mv::kCmdZoneDouble);
+    be.RunFor(300);
+    ASSERT_TRUE(F().Visible());
+    const gdi::Surface bas = F().PictBasSel.Image();
+    Touche(117);
+    Touche(117);
+    // Two rows trimmed, and the seam two rows up: the lower grab starts at row 148.
+    EXPECT_EQ(F().RognBas, 2);
+    EXPECT_EQ(F().DemiHautPx, 148);
+    EXPECT_EQ(F().PictPourSel.Image().At(5, 148), bas.At(5, 2));
+    EXPECT_EQ(F().Picture1.Image().At(5, 148), F().PictBas.Image().At(5, 2));
+    Touche(117, 1);
+    EXPECT_EQ(F().RognBas, 1);
+    EXPECT_EQ(F().PictPourSel.Image().At(5, 148), bas.At(5, 1));
+    // F7 shifts the upper grab down.
+    Touche(118);
+    EXPECT_EQ(F().RognHaut, 1);
+    EXPECT_EQ(F().PictPourSel.Image().At(5, 1), F().PictHautSel.Image().At(5, 0));
+    // A validation by mouse keeps the counts; the next session starts untrimmed.
+    F().rectsel.Move(Tw(20), Tw(130), Tw(40), Tw(30));
+    be.MouseDown(F().Picture1, Tw(150), Tw(100), ui::kRightButton);
+    EXPECT_EQ(F().RognBas, 1);
+    Ouvrir(1);
+    EXPECT_EQ(F().RognBas, 0);
+    EXPECT_EQ(F().RognHaut, 0);
 }
 
 TEST_F(OverlayTest, ACommandInsideTheWaitOfAnotherDoesNotNest) {
@@ -378,17 +397,15 @@ TEST_F(OverlayTest, ArrowsSizeAndMoveInTheTablesOrder) {
     Touche(13);
     ASSERT_EQ(app->NbVignettes, 1);
     EXPECT_EQ(Capture(1), ScreenPart({21, 31, 62, 42}));
-}
 
-TEST_F(OverlayTest, FreeModeArrowsStartFromTheHiddenRectangle) {
-    Start();
+    // In free mode the arrows start from the hidden rectangle.
     Ouvrir(0);
     Rect(20, 10, 40, 30);
     Touche(39);
     ExpectRect(20, 10, 41, 30);
     Touche(13);
-    ASSERT_EQ(app->NbVignettes, 1);
-    EXPECT_EQ(Capture(1).Width(), 41);
+    ASSERT_EQ(app->NbVignettes, 2);
+    EXPECT_EQ(Capture(2).Width(), 41);
 }
 
 // In multi-selection: keys that arrive while a rectangle is being taken wait for nothing
@@ -435,9 +452,19 @@ TEST_F(OverlayTest, ScrollingAndTheSecondScreen) {
     EXPECT_EQ(F().Picture1.Left(), 0);
     Touche(27);
 
-    // Two monitors: plus in steps of 300 down to minus one screen, minus back to 0.
+    // Two monitors: the frozen picture is two primary screens wide, and a zone on the
+    // second screen comes from its own pixels.
     be.screen.monitors = 2;
-    be.desktop.screen = gdi::Surface(400, 150, gdi::Rgb(1, 2, 3));
+    be.desktop.screen = Motif(400, 150, 0);
+    Ouvrir(1);
+    EXPECT_EQ(F().Width(), Tw(400));
+    ASSERT_EQ(F().Picture1.Image().Width(), 400);
+    EXPECT_EQ(F().Picture1.Image().At(300, 40), Teinte(be.desktop.screen.At(300, 40)));
+    F().rectsel.Move(Tw(250), Tw(10), Tw(40), Tw(30));
+    be.MouseDown(F().Picture1, Tw(150), Tw(140), ui::kRightButton);
+    ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_EQ(Capture(1), ScreenPart({251, 11, 291, 41}));
+    // Plus in steps of 300 down to minus one screen, minus back to 0.
     Ouvrir(1);
     for (int i = 0; i < 12; ++i) Touche(107);
     EXPECT_EQ(F().Picture1.Left(), -Tw(200));
@@ -446,44 +473,6 @@ TEST_F(OverlayTest, ScrollingAndTheSecondScreen) {
     EXPECT_EQ(F().Picture1.Left(), Tw(200));
     Touche(109); // minus only while the picture is left of 0
     EXPECT_EQ(F().Picture1.Left(), Tw(200));
-}
-
-TEST_F(OverlayTest, TheSeamIsTrimmedOnBothSurfacesAndGivenBack) {
-    Start();
-    Ouvrir(1);
-    // F6 and F7 do nothing in a plain session.
-    const gdi::Surface avant = F().PictPourSel.Image();
-    Touche(117);
-    Touche(118);
-    EXPECT_EQ(F().PictPourSel.Image(), avant);
-    EXPECT_EQ(F().RognBas, 0);
-    Touche(27);
-
-    ClickButton(mv::kCmdZoneDouble);
-    be.RunFor(300);
-    ASSERT_TRUE(F().Visible());
-    const gdi::Surface bas = F().PictBasSel.Image();
-    Touche(117);
-    Touche(117);
-    // Two rows trimmed, and the seam two rows up: the lower grab starts at row 148.
-    EXPECT_EQ(F().RognBas, 2);
-    EXPECT_EQ(F().DemiHautPx, 148);
-    EXPECT_EQ(F().PictPourSel.Image().At(5, 148), bas.At(5, 2));
-    EXPECT_EQ(F().Picture1.Image().At(5, 148), F().PictBas.Image().At(5, 2));
-    Touche(117, 1);
-    EXPECT_EQ(F().RognBas, 1);
-    EXPECT_EQ(F().PictPourSel.Image().At(5, 148), bas.At(5, 1));
-    // F7 shifts the upper grab down.
-    Touche(118);
-    EXPECT_EQ(F().RognHaut, 1);
-    EXPECT_EQ(F().PictPourSel.Image().At(5, 1), F().PictHautSel.Image().At(5, 0));
-    // A validation by mouse keeps the counts; the next session starts untrimmed.
-    F().rectsel.Move(Tw(20), Tw(130), Tw(40), Tw(30));
-    be.MouseDown(F().Picture1, Tw(150), Tw(100), ui::kRightButton);
-    EXPECT_EQ(F().RognBas, 1);
-    Ouvrir(1);
-    EXPECT_EQ(F().RognBas, 0);
-    EXPECT_EQ(F().RognHaut, 0);
 }
 
 // A 3840 x 2160 screen passes 16-bit twips: a whole-screen capture, then a zone, reach the
