@@ -227,14 +227,6 @@ TEST(GdiStretch, HalftoneAveragesWhenShrinking) {
     StretchBlt(one, 0, 0, 1, 1, checker, 0, 0, 2, 2, kHalftone);
     EXPECT_EQ(one.At(0, 0), Rgb(25, 128, 100)); // 127.5 rounds up
 
-    // 3 -> 2: the middle source pixel is shared half and half.
-    Surface three(3, 1);
-    three.At(1, 0) = Rgb(90, 90, 90), three.At(2, 0) = Rgb(180, 180, 180);
-    Surface two(2, 1);
-    StretchBlt(two, 0, 0, 2, 1, three, 0, 0, 3, 1, kHalftone);
-    EXPECT_EQ(two.At(0, 0), Rgb(30, 30, 30));
-    EXPECT_EQ(two.At(1, 0), Rgb(150, 150, 150));
-
     // A uniform picture keeps its colour exactly at thumbnail ratios.
     Surface grey(400, 300, Rgb(77, 131, 203));
     Surface thumb(97, 54);
@@ -294,11 +286,6 @@ TEST(GdiStretch, HalftoneAveragesWhenShrinking) {
             }
         EXPECT_EQ(big.At(7, 5), 0x123456u);
     }
-
-    // Outside the source reads black: white and black side by side.
-    Surface white(1, 1, 0xFFFFFF);
-    StretchBlt(one, 0, 0, 1, 1, white, 0, 0, 2, 1, kHalftone);
-    EXPECT_EQ(one.At(0, 0), Rgb(128, 128, 128));
 }
 
 TEST(GdiStretch, IdentityEnlargingNearestClippingAndMirroring) {
@@ -364,20 +351,12 @@ TEST(GdiBlend, AlphaBlendIsExactAndDrawsOnlyAValidSource) {
     AlphaBlend(dst, 2, 1, 3, 2, src, 0, 0, 255);
     EXPECT_EQ(dst.At(2, 1), Rgb(255, 200, 0));
     EXPECT_EQ(dst.At(1, 1), Rgb(0, 100, 255));
-    Surface faint(1, 1, Rgb(1, 200, 0));
-    AlphaBlend(dst, 0, 0, 1, 1, faint, 0, 0, 128);
-    EXPECT_EQ(dst.At(0, 0), Rgb(1, 150, 127));
     dst.Fill(Rgb(0, 100, 255));
     AlphaBlend(dst, 0, 0, 3, 2, src, 0, 0, 0);
     EXPECT_EQ(dst.At(0, 0), Rgb(0, 100, 255));
     // A source rectangle that leaves the source draws nothing, as the platform call.
     AlphaBlend(dst, 0, 0, 3, 2, src, 1, 0, 200);
     EXPECT_EQ(dst.At(0, 0), Rgb(0, 100, 255));
-    // Stretched: one mask pixel tints the whole target.
-    Surface mask(1, 1, Rgb(0, 0, 0));
-    Surface target(4, 3, Rgb(200, 100, 50));
-    AlphaBlend(target, 0, 0, 4, 3, mask, 0, 0, 1, 1, 80);
-    EXPECT_EQ(target, Surface(4, 3, Rgb(137, 69, 34)));
     // Every channel value under a one-colour tint, and a source of two colours stretched.
     auto blend = [](int s, int d, int a) { return (s * a + d * (255 - a) + 127) / 255; };
     Surface ramp(256, 1);
