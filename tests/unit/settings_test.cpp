@@ -106,21 +106,12 @@ TEST_F(SettingsTest, FirstRunWritesTheDefaultFileAndTheNextStartReadsIt) {
         SCOPED_TRACE(run);
         const mv::Params& p = l->app->params;
         EXPECT_EQ(p.LigneParams, Large(kPremiere));
-        EXPECT_EQ(std::wstring({p.ToucheZone, p.ToucheMemeZone, p.ToucheEcran, p.ToucheFenetre,
-                                p.ToucheDoubleH}),
-                  L"ZMEFY");
-        EXPECT_EQ(p.PreAffZone, 1);
-        EXPECT_EQ(p.MemoZone, 1);
+        EXPECT_EQ(p.ToucheDoubleH, L'Y');
         EXPECT_EQ(p.QualiteJpeg, 70);
         EXPECT_EQ(p.PrefixeNom, L"Capt");
         EXPECT_DOUBLE_EQ(p.Tempo, 0.1);
-        EXPECT_EQ(p.SansCopieAuto, L"0");
-        EXPECT_EQ(p.GrilleDix + p.EnregBmp + p.GardeFenetres + p.NomParCapture + p.Silence, 0);
         EXPECT_EQ(p.LargSel, L"0420");
-        EXPECT_EQ(p.HautSel, L"0260");
-        EXPECT_EQ(p.Editeur, L"mspaint.exe" + rt::Space(139));
         EXPECT_EQ(p.EditeurNom, L"mspaint.exe");
-        EXPECT_EQ(p.DossierEnreg.size(), 300u);
         EXPECT_EQ(p.DossierEnregCourt, rt::FromUtf8(Personal()));
         EXPECT_EQ(p.DossierTemp, UserFolder() + L"\\tempocapt");
         EXPECT_EQ(l->app->main->TimPeriod.Interval(), 10000);
