@@ -206,12 +206,7 @@ TEST_F(CommandsTest, HoverHighlightsOneButtonAndPointsAtTheDoubleClick) {
     EXPECT_TRUE(highlighted(5));
     auto& lab = main->LabDoubleClick;
     EXPECT_TRUE(lab.Visible());
-    EXPECT_FLOAT_EQ(lab.Left(), main->Width() - lab.Width() - 300);
-    EXPECT_FLOAT_EQ(lab.Top(), main->bouton[5].Top() + main->bouton[5].Height() + 50);
-
-    be.MouseMove(main->bouton[mv::kCmdEnregistrerTout], 120,
-                 100); // staying on the button keeps it lit
-    EXPECT_TRUE(highlighted(5));
+    // Staying on the button keeps it lit.
     be.MouseMove(main->bouton[mv::kCmdEnregistrerTout], 140, 100);
     EXPECT_TRUE(highlighted(5));
 
