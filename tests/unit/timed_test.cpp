@@ -256,10 +256,6 @@ TEST_F(TimedTest, BurstWritesConvertsAndRemovesOnlyItsOwnBitmaps) {
     EXPECT_TRUE(Fichiers(".bmp") == std::vector<std::string>{"mine.bmp"});
 }
 
-} // namespace
-
-namespace {
-
 TEST_F(TimedTest, PlainPeriodicTimerAndAutomaticSave) {
     // The about box stops the plain timer; its OK starts it again only during a slow run.
     main->TimPeriod.SetInterval(1000);
