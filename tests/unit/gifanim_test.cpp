@@ -276,12 +276,7 @@ TEST_F(GifDialogTest, FolderModeListsSortsLimitsAndDeletes) {
 }
 
 TEST_F(GifDialogTest, CaptureModeBuildsFromTheListAndCleansItsFrames) {
-    for (int k = 0; k < 3; ++k) {
-        main->Picture2.Move(50, 500, Tw(8), Tw(6));
-        main->Picture2.SetPicture(gdi::Surface(8, 6, gdi::Rgb(k * 80, 20, 200)));
-        app->TypeCapt = L"z";
-        ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
-    }
+    for (int k = 0; k < 3; ++k) Zone(8, 6, gdi::Rgb(k * 80, 20, 200));
     ui::Dispatch(be, [&] { list->LabGif_Click(); });
     mv::FrmGifAnim& g = *app->gif;
     ASSERT_TRUE(g.IsLoaded());
