@@ -1,4 +1,4 @@
-// The main window as a whole: toolbar, zoom of the view, the fit of a big window capture,
+// The main window as a whole: zoom of the view, the fit of a big window capture,
 // the mode reduced to the toolbar, and the tray icon with standby.
 #include "app_fixture.h"
 #include "core/commands.h"
@@ -27,17 +27,6 @@ protected:
         return n == 1 ? k : -1;
     }
 };
-
-TEST_F(ViewTest, ToolbarStandsInItsGroups) {
-    const int ordre[] = {0, 19, 1, 2, 11, 12, 13, 3, 9, 10, 4, 5, 6, 7, 8, 16, 17, 15, 14, 18};
-    const int ecarts[] = {0,  20, 20, 20, 60, 20, 20, 70, 20, 20,
-                          60, 20, 20, 20, 70, 20, 20, 60, 20, 20};
-    float gauche = main->bouton[0].Left();
-    for (size_t k = 1; k < std::size(ordre); ++k) {
-        gauche += main->bouton[0].Width() + float(ecarts[k]);
-        EXPECT_EQ(main->bouton[ordre[k]].Left(), gauche) << "button " << ordre[k];
-    }
-}
 
 TEST_F(ViewTest, ZoomAlwaysStartsFromTheWholeCapture) {
     ClickButton(mv::kCmdEcran);
