@@ -42,7 +42,7 @@ protected:
     }
 };
 
-TEST_F(StartupTest, WithoutAStoredChoiceTheChooserWaitsAndTheFrenchFlagStartsInFrench) {
+TEST_F(StartupTest, WithoutAStoredChoiceTheChooserWaitsAndTheStoredChoiceSkipsItNextTime) {
     Start(nullptr);
     auto& choix = *app->choix;
     EXPECT_TRUE(choix.IsLoaded());
@@ -77,31 +77,22 @@ TEST_F(StartupTest, WithoutAStoredChoiceTheChooserWaitsAndTheFrenchFlagStartsInF
     EXPECT_TRUE(main->Visible());
 
     const mv::Language fr = Langue("ConstPRJF");
-    const mv::Language en = Langue("ConstPRJA");
-    ASSERT_NE(fr.Entry(210), en.Entry(210));
+    ASSERT_NE(fr.Entry(210), Langue("ConstPRJA").Entry(210));
     EXPECT_EQ(main->Caption(), L"Mirovanta - " + fr.Entry(210));
-    EXPECT_EQ(be.tray.tip, fr.Entry(104));
-    EXPECT_TRUE(be.boxes.empty());
-}
-
-TEST_F(StartupTest, StoredChoiceNeverShowsTheChooserAndTheMainWindowAddsTheTrayIcon) {
-    bool chooserShown = false;
-    app->choix->OnActivate = [&] { chooserShown = true; };
-    Start("ConstPRJA");
-    EXPECT_FALSE(chooserShown);
-    EXPECT_FALSE(app->choix->IsLoaded());
-    EXPECT_FALSE(app->splash->IsLoaded());
-    EXPECT_TRUE(main->Visible());
-    EXPECT_TRUE(be.boxes.empty());
-
-    const mv::Language en = Langue("ConstPRJA");
-    EXPECT_EQ(main->Caption(), L"Mirovanta - " + en.Entry(210));
     EXPECT_TRUE(be.tray.present);
-    EXPECT_EQ(be.tray.tip, en.Entry(104));
+    EXPECT_EQ(be.tray.tip, fr.Entry(104));
     EXPECT_EQ(be.tray.deletes, 0);
+    EXPECT_TRUE(be.boxes.empty());
     EXPECT_FALSE(be.shell.highPriority); // only a hotkey raises it
-    EXPECT_TRUE(rt::DirExists(app->DossierTemp));
     EXPECT_EQ(app->DossierTemp, UserFolder() + L"\\tempocapt");
+    EXPECT_TRUE(rt::DirExists(app->DossierTemp));
+
+    // The stored choice: the next start never shows the chooser.
+    auto autre = StartAnother();
+    EXPECT_FALSE(autre->app->choix->IsLoaded());
+    EXPECT_TRUE(autre->app->main->Visible());
+    EXPECT_EQ(autre->app->main->Caption(), L"Mirovanta - " + fr.Entry(210));
+    EXPECT_TRUE(autre->be.tray.present);
 }
 
 TEST_F(StartupTest, EntryNumberOutOfSequenceStopsWithPermanentErrorAndNothingOpens) {
