@@ -49,18 +49,6 @@ protected:
     }
 };
 
-// Every pixel of a varied screen reaches the temporary file, with no cursor drawn in.
-TEST_F(GrabTest, ToolbarGrabAtStartWritesTheScreenAndDrawsNoCursor) {
-    be.desktop.screen = Motif(160, 120);
-    be.cursor.images[be.cursor.handle] = Carre(4, kRouge);
-    be.cursor.pos = {50, 40};
-    Start();
-    ClickButton(mv::kCmdEcran);
-    ASSERT_EQ(app->NbVignettes, 1);
-    EXPECT_EQ(app->tab.TypeV[1], L"e");
-    EXPECT_TRUE(Saved(1) == be.desktop.screen);
-}
-
 TEST_F(GrabTest, CursorIsStampedByHotkeyAtItsPlaceAndOtherwiseSixPixelsBack) {
     Start();
     const ui::CursorHandle stored = 0x20001;
@@ -167,28 +155,36 @@ TEST_F(GrabTest, CopyGoesToTheClipboardWithItsLabelUnlessSwitchedOff) {
     EXPECT_FALSE(main->Timdeja.Enabled());
 }
 
-TEST_F(GrabTest, WindowCaptureIsTheFrontWindowsAreaOfTheScreen) {
+// Every pixel of a varied screen reaches the temporary file, with no cursor drawn in at
+// start; a window capture is the front window's area of it.
+TEST_F(GrabTest, ScreenAndWindowCapturesTakeTheirPixelsAndNoCursorAtStart) {
     be.desktop.screen = Motif(160, 120);
+    be.cursor.images[be.cursor.handle] = Carre(4, kRouge);
+    be.cursor.pos = {50, 40};
     Start();
+    ClickButton(mv::kCmdEcran);
+    EXPECT_EQ(app->tab.TypeV[1], L"e");
+    EXPECT_TRUE(Saved(1) == be.desktop.screen);
+
     const ui::Rect r{30, 20, 100, 70};
     const ui::Rect autre{5, 50, 45, 110};
     SetForeground(r);
     be.desktop.windows[0x2002] = autre;
     ClickButton(mv::kCmdFenetre);
-    ASSERT_EQ(app->NbVignettes, 1);
+    ASSERT_EQ(app->NbVignettes, 2);
     EXPECT_EQ(app->TypeCapt, L"f");
-    EXPECT_EQ(app->tab.TypeV[1], L"f");
-    EXPECT_TRUE(Saved(1) == ScreenPart(r));
-    EXPECT_EQ(app->tab.LargV[1], 70 * 15);
-    EXPECT_EQ(app->tab.HautV[1], 50 * 15);
-    EXPECT_EQ(list->Lbldim[1].Caption(), L"01/  70 x 50");
+    EXPECT_EQ(app->tab.TypeV[2], L"f");
+    EXPECT_TRUE(Saved(2) == ScreenPart(r));
+    EXPECT_EQ(app->tab.LargV[2], 70 * 15);
+    EXPECT_EQ(app->tab.HautV[2], 50 * 15);
+    EXPECT_EQ(list->Lbldim[2].Caption(), L"02/  70 x 50");
 
     // The window taken is the one in front once the wait is over.
     be.Schedule(150, [&] { be.desktop.foreground = 0x2002; });
     ClickButton(mv::kCmdFenetre);
-    ASSERT_EQ(app->NbVignettes, 2);
-    EXPECT_TRUE(Saved(2) == ScreenPart(autre));
-    EXPECT_EQ(list->Lbldim[2].Caption(), L"02/  40 x 60");
+    ASSERT_EQ(app->NbVignettes, 3);
+    EXPECT_TRUE(Saved(3) == ScreenPart(autre));
+    EXPECT_EQ(list->Lbldim[3].Caption(), L"03/  40 x 60");
 }
 
 TEST_F(GrabTest, FailedWindowGrabShowsTheNoticeAndLeavesTheList) {
