@@ -19,9 +19,13 @@ protected:
     mv::frmTip& Tip() { return *app->tip; }
 };
 
-TEST_F(TipTest, TheSettingDecidesAtStartAndTheMenuTurnsItBackOn) {
+// The setting decides at start and the menu turns it back on. F1 shows each window's quick
+// help beside it; a hotkey puts every panel away. The news window shows the version.
+TEST_F(TipTest, TheSettingTheSidePanelsAndTheNews) {
     be.shell.settings[kReglage] = L"0";
-    StartMarked();
+    MarkLanguage();
+    SetScreen(1280, 1024, gdi::Rgb(40, 90, 160));
+    Start();
     EXPECT_FALSE(Tip().IsLoaded());
 
     ui::Dispatch(be, [&] { mv::mnuReacTip_Click(*app); });
@@ -44,6 +48,31 @@ TEST_F(TipTest, TheSettingDecidesAtStartAndTheMenuTurnsItBackOn) {
     }
     be.shell.settings.erase(kReglage);
     EXPECT_TRUE(mv::AstucesAuDemarrage(*app));
+
+    be.KeyDown(*main, ui::kKeyF1, 0);
+    ASSERT_TRUE(app->aidfn->Visible());
+    EXPECT_EQ(app->aidfn->LabTexte.Caption(), Entry(92));
+    EXPECT_EQ(app->aidfn->Caption(), Entry(95));
+    // Beside the main window, on the screen.
+    EXPECT_TRUE(app->aidfn->Left() >= main->Left() + main->Width() ||
+                app->aidfn->Left() + app->aidfn->Width() <= main->Left());
+    EXPECT_GE(app->aidfn->Left(), 0);
+    be.KeyDown(*list, ui::kKeyF1, 0);
+    EXPECT_EQ(app->aidfv->LabTexte.Caption(), Entry(93));
+    app->options->Show();
+    be.KeyDown(*app->options, ui::kKeyF1, 0);
+    EXPECT_EQ(app->aidopt->LabTexte.Caption(), Entry(94));
+
+    Chord({ui::kKeyControl, 'E'});
+    EXPECT_FALSE(app->aidfn->IsLoaded() || app->aidfv->IsLoaded() || app->aidopt->IsLoaded());
+    EXPECT_FALSE(app->options->Visible());
+
+    be.Click(main->MnuNouversion);
+    ASSERT_TRUE(app->actua->Visible());
+    EXPECT_EQ(app->actua->LabTitre.Caption(), Entry(281) + mv::kVersion);
+    EXPECT_NE(app->actua->LabNouveau.Caption().find(Entry(283)), std::wstring::npos);
+    be.Click(app->actua->CdeFermer);
+    EXPECT_FALSE(app->actua->IsLoaded());
 }
 
 TEST_F(TipTest, TipsAreDrawnFromTheLanguageFile) {
@@ -209,39 +238,6 @@ TEST_F(HelpTest, AMissingPictureNamesTheFile) {
     EXPECT_EQ(be.boxes[0].prompt, Entry(280) + L"\r\n" + Chemin(68));
     EXPECT_EQ(be.lastError, 0);
     EXPECT_TRUE(F().Visible());
-}
-
-// F1 shows each window's quick help beside it; a hotkey puts every panel away. The news
-// window says what is new, with the version.
-TEST_F(TipTest, SidePanelsComeWithF1AndGoWithAHotkey) {
-    be.shell.settings[kReglage] = L"0";
-    MarkLanguage();
-    SetScreen(1280, 1024, gdi::Rgb(40, 90, 160));
-    Start();
-    be.KeyDown(*main, ui::kKeyF1, 0);
-    ASSERT_TRUE(app->aidfn->Visible());
-    EXPECT_EQ(app->aidfn->LabTexte.Caption(), Entry(92));
-    EXPECT_EQ(app->aidfn->Caption(), Entry(95));
-    // Beside the main window, on the screen.
-    EXPECT_TRUE(app->aidfn->Left() >= main->Left() + main->Width() ||
-                app->aidfn->Left() + app->aidfn->Width() <= main->Left());
-    EXPECT_GE(app->aidfn->Left(), 0);
-    be.KeyDown(*list, ui::kKeyF1, 0);
-    EXPECT_EQ(app->aidfv->LabTexte.Caption(), Entry(93));
-    app->options->Show();
-    be.KeyDown(*app->options, ui::kKeyF1, 0);
-    EXPECT_EQ(app->aidopt->LabTexte.Caption(), Entry(94));
-
-    Chord({ui::kKeyControl, 'E'});
-    EXPECT_FALSE(app->aidfn->IsLoaded() || app->aidfv->IsLoaded() || app->aidopt->IsLoaded());
-    EXPECT_FALSE(app->options->Visible());
-
-    be.Click(main->MnuNouversion);
-    ASSERT_TRUE(app->actua->Visible());
-    EXPECT_EQ(app->actua->LabTitre.Caption(), Entry(281) + mv::kVersion);
-    EXPECT_NE(app->actua->LabNouveau.Caption().find(Entry(283)), std::wstring::npos);
-    be.Click(app->actua->CdeFermer);
-    EXPECT_FALSE(app->actua->IsLoaded());
 }
 
 // The width and height of a JPEG file, from its frame header.
