@@ -72,6 +72,22 @@ void AppTest::Zone(int w, int h, gdi::Pixel c) {
     be.RunFor(50);
 }
 
+void AppTest::ValidatedZone(int l, int t, int w, int h) {
+    main->Picture2.SetWidth(Tw(w));
+    main->Picture2.SetHeight(Tw(h));
+    app->LargCapt = Tw(w);
+    app->HautCapt = Tw(h);
+    app->TypeCapt = L"z";
+    main->Labtaille.SetCaption(std::to_wstring(w) + L" x " + std::to_wstring(h));
+    ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
+    app->ZoneGauche = Tw(l);
+    app->ZoneHaut = Tw(t);
+    app->ZoneLargeur = Tw(w);
+    app->ZoneHauteur = Tw(h);
+    app->HautPic1 = int32_t(be.screen.HeightTwips());
+    app->LargPic1 = int32_t(be.screen.WidthTwips());
+}
+
 std::unique_ptr<AppTest::Run> AppTest::StartAnother(std::initializer_list<int> answers) {
     auto r = std::make_unique<Run>();
     r->be.shell.folders = be.shell.folders;

@@ -81,6 +81,9 @@ protected:
     void Captures(int n);
     // Files a zone capture of w by h pixels in one colour, as the overlay files one.
     void Zone(int w, int h, gdi::Pixel c);
+    // Files a w by h zone at (l, t) of the screen and remembers it as the overlay's
+    // validation does, for the commands that take the same zone again.
+    void ValidatedZone(int l, int t, int w, int h);
 
     // One more run of the program over the same folders, up to the end of its start, with
     // these answers ready for its boxes; marker texts too when this test has them.

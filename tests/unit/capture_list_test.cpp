@@ -309,19 +309,8 @@ TEST_F(CaptureListTest, SameCaptureAgainFollowsTheKindOfTheLastCapture) {
 
 TEST_F(CaptureListTest, SameZoneAgainIsCutFromAFreshGrabOnePixelInside) {
     Start();
-    // A 40 x 30 zone at (20, 10) as the overlay's validation leaves it.
-    main->Picture2.SetWidth(40 * 15);
-    main->Picture2.SetHeight(30 * 15);
-    app->LargCapt = 40 * 15;
-    app->HautCapt = 30 * 15;
-    app->TypeCapt = L"z";
-    main->Labtaille.SetCaption(L"40 x 30");
-    ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
+    ValidatedZone(20, 10, 40, 30);
     ASSERT_EQ(app->NbVignettes, 1);
-    app->ZoneGauche = 20 * 15;
-    app->ZoneHaut = 10 * 15;
-    app->HautPic1 = int16_t(be.screen.HeightTwips());
-    app->LargPic1 = int16_t(be.screen.WidthTwips());
     be.Click(main->Mnumulti);
     ASSERT_TRUE(main->Mnumulti.Checked());
 

@@ -20,20 +20,7 @@ protected:
         dossier = root / "Personal" / "serie";
         std::filesystem::create_directories(dossier);
         Dossier(rt::FromUtf8(dossier.string()));
-        // A 40 x 30 zone at (20, 10), as the overlay's validation leaves it.
-        main->Picture2.SetWidth(40 * 15);
-        main->Picture2.SetHeight(30 * 15);
-        app->LargCapt = 40 * 15;
-        app->HautCapt = 30 * 15;
-        app->TypeCapt = L"z";
-        main->Labtaille.SetCaption(L"40 x 30");
-        ui::Dispatch(be, [&] { main->GestVignettes(main->Picture2); });
-        app->ZoneGauche = 20 * 15;
-        app->ZoneHaut = 10 * 15;
-        app->ZoneLargeur = 40 * 15;
-        app->ZoneHauteur = 30 * 15;
-        app->HautPic1 = int32_t(be.screen.HeightTwips());
-        app->LargPic1 = int32_t(be.screen.WidthTwips());
+        ValidatedZone(20, 10, 40, 30);
     }
     void Dossier(const std::wstring& d) {
         app->params.DossierEnregCourt = d;
