@@ -63,22 +63,7 @@ TEST_F(HotkeyTest, DigitFiresWithControlOnTheMainRowAndAloneOnTheKeypadButZeroNe
     EXPECT_TRUE(be.boxes.empty());
 }
 
-TEST_F(HotkeyTest, HotkeyUnloadsTheOptionsDialogUnsavedAndTheCaptureRuns) {
-    Start();
-    app->options->Show();
-    ASSERT_TRUE(app->options->Visible());
-    app->options->Check1[4].SetValue(1); // an edit not yet confirmed
-    Chord({kControl, 'E'});
-    // The end of the grab reads the dialog's check box again, which loads it hidden, fresh.
-    EXPECT_FALSE(app->options->Visible());
-    EXPECT_EQ(app->options->Check1[4].Value(), 0);
-    EXPECT_EQ(app->params.Silence, 0);
-    EXPECT_EQ(app->NbVignettes, 1);
-    EXPECT_TRUE(rt::FileExists(TempFile(1)));
-    EXPECT_TRUE(main->Visible()); // the dialog gone, the grab puts the windows back
-}
-
-TEST_F(HotkeyTest, OnlyAFiredHotkeyRaisesThePriorityAndTakesTheCursorSnapshot) {
+TEST_F(HotkeyTest, OnlyAFiredHotkeyRaisesThePriorityTakesTheCursorAndUnloadsTheOptions) {
     Start();
     EXPECT_FALSE(be.shell.highPriority);
     // The sampling timer follows the mouse too; without it only the hotkey stores it.
@@ -93,12 +78,22 @@ TEST_F(HotkeyTest, OnlyAFiredHotkeyRaisesThePriorityAndTakesTheCursorSnapshot) {
     EXPECT_EQ(app->CurseurX, x0);
     EXPECT_EQ(app->CurseurY, y0);
 
+    // The options dialog open with an edit not yet confirmed.
+    app->options->Show();
+    app->options->Check1[4].SetValue(1);
     Chord({kControl, 'E'});
     ASSERT_EQ(app->NbVignettes, 1);
+    EXPECT_TRUE(rt::FileExists(TempFile(1)));
     EXPECT_TRUE(be.shell.highPriority);
     EXPECT_EQ(app->CurseurCapt, ui::CursorHandle(0x20005));
     EXPECT_EQ(app->CurseurX, 70);
     EXPECT_EQ(app->CurseurY, 50);
+    // The end of the grab reads the dialog's check box again, which loads it hidden, fresh;
+    // the grab puts the windows back.
+    EXPECT_FALSE(app->options->Visible());
+    EXPECT_EQ(app->options->Check1[4].Value(), 0);
+    EXPECT_EQ(app->params.Silence, 0);
+    EXPECT_TRUE(main->Visible());
 }
 
 TEST_F(HotkeyTest, SharedKeyGoesToTheFirstFieldInOrderAndNeverToTheZone) {
