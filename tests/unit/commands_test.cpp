@@ -267,26 +267,10 @@ TEST_F(CommandsTest, MenusEnableTheirEntriesWhenTheyOpenAndForwardWithoutHotkey)
     EXPECT_TRUE(main->mnuttscreen.Enabled());
 }
 
-TEST_F(CommandsTest, RunTimeErrorIsSilentInACommandAndBigScreensDoNotOverflow) {
-    Start();
-    // A rectangle the grab cannot size abandons the command where it stood, silently.
-    SetForeground({50, 10, 40, 30});
-    ClickButton(mv::kCmdFenetre);
-    EXPECT_FALSE(be.ended);
-    EXPECT_TRUE(be.boxes.empty());
-    EXPECT_EQ(app->NbVignettes, 0);
-    EXPECT_FALSE(main->Visible());
-
-    // A cursor far out on a big screen is sampled without an overflow.
-    be.cursor.pos = {40000, 10};
-    be.RunFor(100);
-    EXPECT_FALSE(be.ended);
-    EXPECT_EQ(app->CurseurX, 40000);
-}
-
 // An error that nothing trapped shows its box and abandons its event; the program and its
 // captures go on. Memory that runs out under an event is run-time error 7 like any other.
-TEST_F(CommandsTest, UntrappedErrorShowsItsBoxAndTheRunGoesOn) {
+// Inside a command the error is silent; big screens do not overflow.
+TEST_F(CommandsTest, UntrappedErrorShowsItsBoxAndTheRunGoesOnAndCommandsFailSilently) {
     Start();
     ClickButton(mv::kCmdEcran);
     bool suite = false;
@@ -303,6 +287,19 @@ TEST_F(CommandsTest, UntrappedErrorShowsItsBoxAndTheRunGoesOn) {
     EXPECT_FALSE(be.ended);
     ClickButton(mv::kCmdEcran);
     EXPECT_EQ(app->NbVignettes, 2);
+    // A rectangle the grab cannot size abandons the command where it stood, silently.
+    SetForeground({50, 10, 40, 30});
+    ClickButton(mv::kCmdFenetre);
+    EXPECT_FALSE(be.ended);
+    EXPECT_EQ(be.boxes.size(), 2u);
+    EXPECT_EQ(app->NbVignettes, 2);
+    EXPECT_FALSE(main->Visible());
+
+    // A cursor far out on a big screen is sampled without an overflow.
+    be.cursor.pos = {40000, 10};
+    be.RunFor(100);
+    EXPECT_FALSE(be.ended);
+    EXPECT_EQ(app->CurseurX, 40000);
 }
 
 } // namespace
