@@ -1,7 +1,13 @@
-// The animated-GIF assembler, byte for byte against GIF files built here by hand.
+// The animated-GIF assembler, byte for byte against GIF files built here by hand, and the
+// builder dialog.
+#include "app_fixture.h"
+#include "gifanim/FrmGifAnim.h"
 #include "gifanim/assembleur.h"
+#include "platform/gdi/bmp.h"
+#include "platform/gdi/gif_encode.h"
+#include "test_util.h"
 
-#include <gtest/gtest.h>
+#include <fstream>
 
 namespace {
 
@@ -179,19 +185,7 @@ TEST(GifAssembler, BadInputsEndAsTold) {
     EXPECT_EQ(mv::AssembleurGif::Ordre(0, true), std::vector<int>{});
 }
 
-} // namespace
-
 // ---- the builder dialog ----------------------------------------------------------------------
-
-#include "app_fixture.h"
-#include "gifanim/FrmGifAnim.h"
-#include "platform/gdi/bmp.h"
-#include "platform/gdi/gif_encode.h"
-#include "test_util.h"
-
-#include <fstream>
-
-namespace {
 
 class GifDialogTest : public AppTest {
 protected:
