@@ -7,6 +7,7 @@
 #include "runtime/errors.h"
 #include "runtime/random.h"
 #include "settings/params.h"
+#include "version.h"
 
 #include <array>
 #include <memory>
@@ -16,7 +17,7 @@
 namespace mv {
 
 // The version shown by the splash and the about box.
-inline constexpr wchar_t kVersion[] = L"0.1.0";
+inline constexpr wchar_t kVersion[] = L"" MIROVANTA_VERSION_TEXT;
 // Where "Write to us" addresses its mail.
 inline constexpr wchar_t kAdresseSupport[] = L"support@mirovanta.app";
 

@@ -159,7 +159,7 @@ void Flistimages::clickimage1(int16_t Index, bool Rappel) {
     if (!PaintActif(app))
         M.SetCaption(app.Lang(130) + std::to_wstring(Index) + L" / " +
                      std::to_wstring(app.NbVignettes));
-    if (M.EtatNormal()) M.SetLeft(ecran.WidthTwips() - M.Width());
+    if (M.EtatNormal()) M.CollerADroite();
     M.Labtaille.SetCaption(app.tab.DimV[Index]);
     M.Labtaill2.SetVisible(false);
     for (int n = 1; n <= app.NbVignettes; ++n) Image1[n].SetBorderStyle(ui::kBorderNone);

@@ -177,6 +177,9 @@ public:
 
     // The narrowest the window gets: the width of 24 toolbar buttons.
     float LargeurMin() const { return 24 * bouton[0].Width(); }
+    // Against the right edge of the screen, MARGE twips from it; never past the left edge,
+    // so that the menus stay in reach when a scaled toolbar is wider than the screen.
+    void CollerADroite(float marge = 0);
 
     // Both thumbnails of a row, by halftone stretch of the capture's picture.
     void DessinerVignettes(const gdi::Surface& src, ui::PictureBox& img, ui::PictureBox& gimg);

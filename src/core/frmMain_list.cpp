@@ -198,7 +198,7 @@ void frmMain::SuppVignette(int16_t Numero) {
             if (WindowState() == ui::kNormal && !app.ModeReduit) {
                 SetHeight(1430);
                 SetWidth(LargeurMin());
-                SetLeft(app.Screen().WidthTwips() - Width());
+                CollerADroite();
                 SetTop(0);
             }
             EditionQuitteListe(app, app.DossierTemp + L"\\" + app.tab.FichierV[Numero]);

@@ -310,7 +310,7 @@ void frmMain::PosDimRedMain() {
     if (WindowState() == ui::kNormal && !app.ModeReduit) {
         SetHeight(haut);
         SetWidth(larg);
-        SetLeft(app.Screen().WidthTwips() - Width());
+        CollerADroite();
         SetTop(0);
     } else {
         app.HautNormal = rt::CLng(haut);
@@ -336,11 +336,11 @@ void frmMain::Agrandred() {
         SetHeight(1430);
         SetWidth(largeurMin);
         app.ModeReduit = true;
-        SetLeft(app.Screen().WidthTwips() - Width() - 50);
+        CollerADroite(50);
     } else {
         SetHeight(app.HautNormal);
         SetWidth(std::max<float>(app.LargNormal, largeurMin));
-        SetLeft(app.Screen().WidthTwips() - Width() - 50);
+        CollerADroite(50);
         if (app.VueCourante == L"picture") Picture2.SetVisible(true);
         if (app.VueCourante == L"image") ImgTTscreen.SetVisible(true);
         app.ModeReduit = false;

@@ -2,12 +2,18 @@
 #include "core/frmMain.h"
 #include "runtime/integer.h"
 
+#include <algorithm>
+
 namespace mv {
 
 namespace {
 constexpr double kFacteursZoom[] = {0.25, 0.5, 0.75, 1.0, 2.0};
 
 } // namespace
+
+void frmMain::CollerADroite(float marge) {
+    SetLeft(std::max(0.f, app.Screen().WidthTwips() - Width() - marge));
+}
 
 void frmMain::MefImageF(int16_t Mode) {
     const auto ecran = app.Screen();
@@ -25,7 +31,7 @@ void frmMain::MefImageF(int16_t Mode) {
         if (EtatNormal()) {
             SetHeight(ImgTTscreen.Height() + 1400);
             SetWidth(ImgTTscreen.Width() + 180);
-            SetLeft(ecran.WidthTwips() - Width());
+            CollerADroite();
         } else {
             app.HautNormal = rt::CLng(ImgTTscreen.Height() + 1400);
             app.LargNormal = rt::CLng(ImgTTscreen.Width() + 180);
@@ -60,7 +66,7 @@ void frmMain::MefImageF(int16_t Mode) {
         } else {
             SetHeight(haut);
             SetWidth(larg);
-            SetLeft(ecran.WidthTwips() - Width());
+            CollerADroite();
         }
         app.LargCapt = Picture2.Width();
         app.HautCapt = Picture2.Height();
@@ -72,7 +78,6 @@ void frmMain::mnuzoomX_Click(int16_t Index) {
     // One entry ticked: the factor applied.
     for (int i = 0; i <= 4; ++i) mnuzoomX[i].SetChecked(i == Index);
     const double facteur = Index >= 0 && Index <= 4 ? kFacteursZoom[Index] : 0;
-    const auto ecran = app.Screen();
     const float largeurMin = LargeurMin();
 
     auto zoomer = [&](ui::PictureBox& vue) {
@@ -94,7 +99,7 @@ void frmMain::mnuzoomX_Click(int16_t Index) {
         const float haut = vue.Height() + 1430;
         if (EtatNormal()) {
             SetWidth(larg);
-            if (largeurMin < vue.Width()) SetLeft(ecran.WidthTwips() - Width() - 50);
+            if (largeurMin < vue.Width()) CollerADroite(50);
             SetHeight(haut);
         } else if (app.ModeReduit) {
             // Reduced to the toolbar: the size to come back to.
@@ -122,7 +127,7 @@ void frmMain::TimZoom_Timer() {
         pas = int16_t(pas - 1);
         mnuzoomX_Click(pas);
     }
-    if (EtatNormal()) SetLeft(ecran.WidthTwips() - Width());
+    if (EtatNormal()) CollerADroite();
     TimZoom.SetEnabled(false);
 }
 

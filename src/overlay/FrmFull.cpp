@@ -566,7 +566,7 @@ void FrmFull::ValidSel(ui::Shape& Rect) {
         if (M.WindowState() == ui::kNormal) {
             M.SetHeight(app.ZoneHauteur + 1400);
             M.SetWidth(M.Picture2.Width() > 10000 ? M.Picture2.Width() + 220 : 10000);
-            M.SetLeft(ecran.WidthTwips() - M.Width());
+            M.CollerADroite();
             M.Show();
             M.bouton[kCmdListe].SetBorderStyle(ui::kBorderFixedSingle);
         }
