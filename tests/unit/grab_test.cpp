@@ -295,8 +295,7 @@ TEST_F(GrabTest, ThumbnailsArePlacedInTheColumn) {
     EXPECT_FALSE(list->Image1[0].Visible());
     EXPECT_TRUE(list->Vscroll1.Enabled());
     EXPECT_EQ(list->Labscroll.Caption(), L"2");
-    // The test is on the window's height before the row: still below the ceiling of
-    // 3600 - 500, so it grows past it once.
+    // Below the ceiling (3600 - 500) before this row: the window grows past it once.
     EXPECT_FLOAT_EQ(list->Height(), 2440 + 1232.5f + 800);
     EXPECT_TRUE(list->TimerCache.Enabled());
     EXPECT_EQ(main->Caption(), Entry(111) + L"2" + Entry(112));

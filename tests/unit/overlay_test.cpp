@@ -475,8 +475,7 @@ TEST_F(OverlayTest, ScrollingAndTheSecondScreen) {
     EXPECT_EQ(F().Picture1.Left(), Tw(200));
 }
 
-// A 3840 x 2160 screen passes 16-bit twips: a whole-screen capture, then a zone, reach the
-// list with their sizes.
+// A 3840 x 2160 screen passes 16-bit twips: both kinds of capture keep their sizes.
 TEST_F(OverlayTest, BigScreenCapturesKeepTheirSizes) {
     Start();
     SetScreen(3840, 2160, gdi::Rgb(10, 20, 30));

@@ -164,8 +164,7 @@ TEST_F(StartupTest, StaleTemporaryFolderMakesTheNameGrowByThreeDigitsAtATime) {
     EXPECT_TRUE(rt::DirExists(premier));
 }
 
-// A file where the temporary folder should be is left alone: the name grows past it and
-// the program starts.
+// A file in the temporary folder's place is left alone: the name grows past it.
 TEST_F(StartupTest, FileInPlaceOfTheTemporaryFolderIsPassedBy) {
     const std::wstring base = UserFolder() + L"\\tempocapt";
     rt::MkDir(UserFolder());
