@@ -97,7 +97,9 @@ void MnuEditPaint_Click(App& app) {
             processus.Start(Guillemets(programme) + L" " + Guillemets(app.CheminTemp), style);
         if (id == 0) return false;
         app.PidEditeur = id;
-        app.NomEditeurLance = rt::Mid(programme, rt::InStrRev(programme, L"\\") + 1);
+        // A short path from the settings file: the process runs under its long name.
+        const std::wstring long_ = app.be.GetShell().LongPath(programme);
+        app.NomEditeurLance = rt::Mid(long_, rt::InStrRev(long_, L"\\") + 1);
         return true;
     };
     auto echec = [&] {

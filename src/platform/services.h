@@ -74,6 +74,10 @@ public:
     virtual std::wstring ShortDatePattern() = 0;
     virtual std::wstring TimePattern() = 0;
     virtual void SetPriorityHigh() = 0;
+    // The short (8.3) form of an existing path; the path itself when it has none.
+    virtual std::wstring ShortPath(const std::wstring& path) = 0;
+    // The long form of an existing path given short; the path itself when there is none.
+    virtual std::wstring LongPath(const std::wstring& path) = 0;
     // The per-user store of one program's small settings (the registry, under
     // HKCU\Software\<program>\<section>), as text: def when the value is absent or is
     // not text. SaveSetting is false when the value cannot be written.

@@ -1,4 +1,5 @@
 #include "settings/Options.h"
+#include "runtime/files.h"
 
 #include "core/commands.h"
 #include "core/frmMain.h"
@@ -253,6 +254,7 @@ void Options::OKButton_Click() {
         app.MsgBox(app.Lang(67), ui::kExclamation);
         return;
     }
+    if (!Transcriptible(Text1) || !Transcriptible(TxtEdit)) return;
     p.LigneParams = NouvelleLigne();
 
     // The interval: at most 65000, written back into its columns.
@@ -282,6 +284,18 @@ void Options::OKButton_Click() {
     p.DossierEnreg = Cadrer(p.DossierEnregCourt);
     SavOptions(app);
     Hide();
+}
+
+bool Options::Transcriptible(ui::TextBox& boite) {
+    const std::wstring chemin = DossierCourt(boite.Text());
+    if (rt::AnsiHolds(chemin)) return true;
+    const std::wstring court = app.be.GetShell().ShortPath(chemin);
+    if (rt::AnsiHolds(court)) {
+        boite.SetText(court);
+        return true;
+    }
+    app.MsgBox(app.Lang(286) + L"\r\n\r\n" + chemin, ui::kExclamation);
+    return false;
 }
 
 void Options::ShowDialog() {

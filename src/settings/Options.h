@@ -61,6 +61,9 @@ public:
     void TextTouche_Change(ui::TextBox& boite);
     // The key tests of OK: the first four keys all different, the first in range.
     bool ToucheOk() const;
+    // params.txt holds single bytes in the system's code page: a path outside it goes in
+    // its short form; with none, a box says why the choice cannot be kept (false).
+    bool Transcriptible(ui::TextBox& boite);
     // The settings line the dialog's controls make, joined piece by piece.
     std::wstring NouvelleLigne();
 

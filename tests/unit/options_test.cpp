@@ -176,4 +176,26 @@ TEST_F(OptionsTest, BrowsingCancelAndTheRectangleBox) {
     EXPECT_EQ(app->params.DossierPerso, L"C:\\Users\\me\\Pictures");
 }
 
+// The settings file holds single bytes: a path outside the code page goes in its short form,
+// and one without a short form is refused with a box, nothing written.
+TEST_F(OptionsTest, PathsOutsideTheCodePageGoShortOrAreRefused) {
+    mv::Options& o = Ouvrir();
+    const std::wstring dossier = L"C:\\Users\\me\\截图 📷";
+    const std::wstring editeur = L"C:\\Outils\\画图.exe";
+    be.shell.shortPaths[dossier] = L"C:\\Users\\me\\4C7E~1";
+    o.Text1.SetText(dossier);
+    o.TxtEdit.SetText(editeur);
+    const std::wstring avant = LigneFichier();
+    Ok();
+    EXPECT_TRUE(o.Visible());
+    EXPECT_EQ(BoxesWith(Entry(286) + L"\r\n\r\n" + editeur), 1);
+    EXPECT_EQ(LigneFichier(), avant);
+
+    be.shell.shortPaths[editeur] = L"C:\\Outils\\0A1B~1.EXE";
+    Ok();
+    EXPECT_FALSE(o.Visible());
+    EXPECT_EQ(app->params.DossierEnregCourt, L"C:\\Users\\me\\4C7E~1");
+    EXPECT_NE(LigneFichier().find(L"C:\\Outils\\0A1B~1.EXE"), std::wstring::npos);
+}
+
 } // namespace

@@ -111,6 +111,17 @@ public:
     std::wstring ShortDatePattern() override { return datePattern; }
     std::wstring TimePattern() override { return timePattern; }
     void SetPriorityHigh() override { highPriority = true; }
+    // Short forms by long path; a path not listed has none.
+    std::map<std::wstring, std::wstring> shortPaths;
+    std::wstring ShortPath(const std::wstring& path) override {
+        const auto it = shortPaths.find(path);
+        return it == shortPaths.end() ? path : it->second;
+    }
+    std::wstring LongPath(const std::wstring& path) override {
+        for (const auto& [long_, short_] : shortPaths)
+            if (short_ == path) return long_;
+        return path;
+    }
     // The settings store, by "program\\section\\key".
     std::map<std::wstring, std::wstring> settings;
     bool settingsReadOnly = false;

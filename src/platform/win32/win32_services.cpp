@@ -249,6 +249,20 @@ public:
         SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_HIGHEST);
         SetPriorityClass(GetCurrentProcess(), HIGH_PRIORITY_CLASS);
     }
+    std::wstring ShortPath(const std::wstring& path) override {
+        std::wstring court(32768, L'\0');
+        const DWORD n = GetShortPathNameW(path.c_str(), court.data(), DWORD(court.size()));
+        if (n == 0 || n >= court.size()) return path;
+        court.resize(n);
+        return court;
+    }
+    std::wstring LongPath(const std::wstring& path) override {
+        std::wstring long_(32768, L'\0');
+        const DWORD n = GetLongPathNameW(path.c_str(), long_.data(), DWORD(long_.size()));
+        if (n == 0 || n >= long_.size()) return path;
+        long_.resize(n);
+        return long_;
+    }
     std::wstring GetSetting(const std::wstring& program, const std::wstring& section,
                             const std::wstring& key, const std::wstring& def) override {
         const std::wstring chemin = L"Software\\" + program + L"\\" + section;
