@@ -5,6 +5,7 @@
 #include "core/frmMain.h"
 #include "language/FrmAideStd.h"
 #include "output/output.h"
+#include "overlay/FrmFull.h"
 #include "runtime/files.h"
 
 #include <algorithm>
@@ -45,8 +46,9 @@ void Wait(App& app, int ms) {
 
 const std::set<std::string>& Verbs() {
     static const std::set<std::string> verbs = {
-        "wait",    "click",       "key",  "gui",  "saveall", "waitfile", "savefolder", "marks",
-        "quality", "keepwindows", "time", "mark", "repeat",  "end",      "ticks",      "helptext"};
+        "wait",       "click", "key",     "gui",         "saveall", "waitfile",
+        "savefolder", "marks", "quality", "keepwindows", "time",    "mark",
+        "repeat",     "end",   "ticks",   "helptext",    "zonekey"};
     return verbs;
 }
 
@@ -66,6 +68,10 @@ void RunLine(App& app, const std::string& line) {
         int code = 0, shift = 0;
         in >> code >> shift;
         app.main->Form_KeyDown(int16_t(code), int16_t(shift));
+    } else if (verb == "zonekey") {
+        int code = 0, shift = 0;
+        in >> code >> shift;
+        if (app.full->Visible()) app.full->Picture1_KeyDown(int16_t(code), int16_t(shift));
     } else if (verb == "helptext") {
         std::string file;
         in >> file;
@@ -74,7 +80,8 @@ void RunLine(App& app, const std::string& line) {
         std::string file;
         in >> file;
         auto g = app.be.GuiResourceCounts();
-        Append(file, std::to_string(g.gdiObjects) + " " + std::to_string(g.userObjects));
+        Append(file, std::to_string(g.gdiObjects) + " " + std::to_string(g.userObjects) + " " +
+                         std::to_string(g.handles) + " " + std::to_string(g.workingSetKb));
     } else if (verb == "saveall") {
         std::string ext;
         in >> ext;

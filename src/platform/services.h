@@ -217,10 +217,13 @@ public:
     virtual int Send(ui::WindowHandle owner, const MailMessage& message) = 0;
 };
 
-// Counts of the process's window-system objects (GetGuiResources), for leak checks.
+// Counts of the process's window-system objects (GetGuiResources), its kernel handles and
+// its working set, for leak checks.
 struct GuiResources {
     int gdiObjects = 0;
     int userObjects = 0;
+    int handles = 0;
+    int64_t workingSetKb = 0;
 };
 
 } // namespace platform

@@ -165,6 +165,23 @@ TEST_F(TimedTest, SlowRunSavesEachImageEmptiesTheListAtTenAndStopsOnTheCount) {
                 attendu);
 }
 
+// A long run: the list and the temporary folder stay small, and every image is on disk.
+TEST_F(TimedTest, FiveHundredSlowCapturesKeepTheFolderSmallAndSaveEveryImage) {
+    mv::FrmChrono& c = Ouvrir();
+    Plan(c, 0, 0, 1, 0, L"500", 0);
+    be.Click(c.CdeOk);
+    size_t plusGrand = 0;
+    for (int n = 1; n <= 500; ++n) {
+        ASSERT_TRUE(be.RunUntil([&] { return app->NbImgFaites >= n; }, 3000)) << n;
+        plusGrand = std::max(plusGrand, TempFolderFiles().size());
+    }
+    be.RunFor(1200);
+    EXPECT_FALSE(main->TimerLngPerio.Enabled());
+    EXPECT_LE(plusGrand, 12u);
+    EXPECT_LE(app->NbVignettes, 10);
+    EXPECT_EQ(Fichiers(".bmp").size(), 501u);
+}
+
 TEST_F(TimedTest, SlowRunEndsOnceOnAFailingSaveOrAPastEndAndCrossesMidnight) {
     // The save folder is gone: one box, the run ends, the capture stays in the list.
     mv::FrmChrono& c = Ouvrir();

@@ -412,7 +412,7 @@ SCRIPT
     wh_wait_file "$done" 600 || return 1
     cp "$counts" "$WH_ART/gui-counts.txt"
     local first last
-    first=$(head -1 "$counts"); last=$(tail -1 "$counts")
+    first=$(head -1 "$counts" | cut -d' ' -f1,2); last=$(tail -1 "$counts" | cut -d' ' -f1,2)
     [[ "$first" == "$last" ]] || { wh_reason "GDI/USER objects went from $first to $last"; return 1; }
     # The capture kept in the list is the only file left.
     local left

@@ -3,7 +3,8 @@
 # bar's height under Wine and where each toolbar button stands. Source after lib.sh; MAIN
 # holds the main window.
 
-MENU_H=19 # Wine's menu bar: the client area starts below it
+MV_DPI=96  # Windows' scaling of the run (mv_set_dpi)
+MENU_H=19 # Wine's menu bar: the client area starts below it (at 96 DPI)
 
 # mv_button_x N: left edge in pixels of toolbar button N, from the toolbar's order and
 # gaps (twips), rounded to the nearest pixel as the program places it.
@@ -13,12 +14,15 @@ mv_button_x() {
     local left=60 k
     for k in "${!order[@]}"; do
         ((k > 0)) && left=$((left + 480 + gaps[k]))
-        if ((order[k] == $1)); then echo $(((left + 7) / 15)); return; fi
+        if ((order[k] == $1)); then echo $(((left * MV_DPI + 720) / 1440)); return; fi
     done
 }
 
-# mv_click_button N: clicks toolbar button N of the main window.
-mv_click_button() { wh_click "$MAIN" $(($(mv_button_x "$1") + 16)) $((MENU_H + 16)); }
+# mv_click_button N: clicks toolbar button N of the main window (its middle).
+mv_click_button() {
+    local half=$((240 * MV_DPI / 1440))
+    wh_click "$MAIN" $(($(mv_button_x "$1") + half)) $((MENU_H + half))
+}
 
 # mv_use_prefix: sets APPDATA, the program's folder in the prefix made by wh_start_wine,
 # and turns the tip of the day off.
@@ -31,6 +35,19 @@ mv_use_prefix() {
 # mv_tips 0|1: the program's "Show Tips at Startup" setting in the registry.
 mv_tips() {
     wh_wine reg add 'HKCU\Software\Mirovanta\Options' /v 'Show Tips at Startup' /t REG_SZ /d "$1" /f >/dev/null
+}
+
+# mv_set_dpi DPI: Windows' scaling (96 = 100 %, 144 = 150 % ...) for the programs started
+# after it; the Wine session is restarted so that it reads the setting anew.
+mv_set_dpi() {
+    MV_DPI=$1
+    MENU_H=$((19 * $1 / 96))
+    wh_wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null
+    wh_wine reg add 'HKLM\System\CurrentControlSet\Hardware Profiles\Current\Software\Fonts' \
+        /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null
+    HOME=$WH_HOME wineserver -k >>"$WH_ART/wine.log" 2>&1 || true
+    HOME=$WH_HOME wineserver -w >>"$WH_ART/wine.log" 2>&1 || true
+    HOME=$WH_HOME wineserver -p >>"$WH_ART/wine.log" 2>&1
 }
 
 # mv_choose_english: the language is chosen already, so the chooser does not come up.
@@ -93,6 +110,25 @@ mv_new_capture() {
     wh_wait_for "capture $1" 15 mv_nth_capture "$1" || { wh_screenshot "no-capture-$1.png"; return 1; }
     sleep 0.5
     cp "$(ls -t $(temp_files) | head -1)" "$WH_ART/$2.bmp"
+}
+
+# mv_window_capture WID NAME N: Control+F on window WID must give capture N, the window
+# pixel for pixel inside its frame (saved as artifacts/NAME.bmp). Wine draws no frame
+# without a window manager: the window rectangle is the X window with the frame around it
+# and the caption above it.
+mv_window_capture() {
+    wh_window_geometry "$1" || return 1
+    local box="${WH_W}x$WH_H+$WH_X+$WH_Y" w=$WH_W h=$WH_H bw bh
+    wh_mouse_move $((WH_SCREEN_W - 280)) $((WH_SCREEN_H - 124))
+    wh_screenshot "before-$2.png" "$box"
+    wh_key_hold "$1" ctrl+f 0.3 || return 1
+    mv_new_capture "$3" "$2" || return 1
+    read -r bw bh < <(identify -format '%w %h' "$WH_ART/$2.bmp")
+    local frame=$(((bw - w) / 2)) caption=$((bh - h - (bw - w) / 2))
+    ((frame >= 0 && frame <= 8 * MV_DPI / 96 && caption >= 15 && caption <= 40 * MV_DPI / 96)) ||
+        { wh_reason "window capture is ${bw}x$bh for a window of ${w}x$h"; return 1; }
+    convert "$WH_ART/$2.bmp" -crop "${w}x$h+$frame+$caption" +repage "$WH_ART/$2-inside.png"
+    wh_assert_same "$2" "$WH_ART/$2-inside.png" "$WH_ART/before-$2.png"
 }
 
 # mv_crop W H X Y NAME: that part of the known picture, as artifacts/NAME.png.

@@ -4,6 +4,7 @@
 #include "runtime/files.h"
 
 #include <commdlg.h>
+#include <psapi.h>
 
 #include <algorithm>
 #include <vector>
@@ -267,6 +268,12 @@ platform::GuiResources Win32Backend::GuiResourceCounts() {
         r.gdiObjects = LiveObjects::gdi;
         r.userObjects = windows + LiveObjects::menus + LiveObjects::cursors;
     }
+    DWORD handles = 0;
+    if (GetProcessHandleCount(GetCurrentProcess(), &handles)) r.handles = int(handles);
+    PROCESS_MEMORY_COUNTERS memoire{};
+    memoire.cb = sizeof memoire;
+    if (K32GetProcessMemoryInfo(GetCurrentProcess(), &memoire, sizeof memoire))
+        r.workingSetKb = int64_t(memoire.WorkingSetSize / 1024);
     return r;
 }
 
