@@ -1,23 +1,30 @@
 #!/usr/bin/env bash
-# Screens whose size in twips passes 16 bits: a whole-screen capture and a zone captured on
-# the overlay give the screen's pixels, and no run-time error ends the program.
-# Usage: check_big_screens.sh BIN_DIR [WxH]   (without a size: 2560x1440, then 3840x2160)
+# Screens whose size in twips passes 16 bits, and Windows' scalings where a pixel is not a
+# whole number of twips: a whole-screen capture and a zone captured on the overlay give
+# the screen's pixels, and no run-time error ends the program.
+# Usage: check_big_screens.sh BIN_DIR [WxH[@DPI]]   (without a size: each of SIZES below)
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 if (($# < 2)); then
     rc=0
-    for size in 2560x1440 3840x2160; do bash "$0" "${1:?usage: check_big_screens.sh BIN_DIR}" "$size" || rc=1; done
+    for size in ${MIROVANTA_BIG_SCREENS:-1280x1024@120 1600x1200@168 2560x1440@192 3840x2160 3840x2160@144 7680x4320}; do
+        bash "$0" "${1:?usage: check_big_screens.sh BIN_DIR}" "$size" || rc=1
+    done
     exit $rc
 fi
 source "$here/lib.sh"
 source "$here/program.sh"
 BIN=$(cd "$1" && pwd)
 
+SIZE=${2%@*}
+DPI=96
+[[ $2 != *@* ]] || DPI=${2#*@}
 wh_init "big-screen-$2"
-wh_start_xvfb "$2"
+wh_start_xvfb "$SIZE"
 wh_show_picture
 wh_start_wine
 mv_use_prefix
+((DPI == 96)) || mv_set_dpi "$DPI"
 
 still_running() {
     kill -0 "$WH_PID_PROGRAM" 2>/dev/null || { wh_reason "the program ended"; return 1; }
@@ -31,13 +38,21 @@ check_whole_screen() {
     still_running
 }
 
+check_window() {
+    wh_launch -l winemine.log winemine
+    wh_find_window 'Mine' 20 || return 1
+    sleep 1
+    mv_window_capture "$WH_WID" window 2 || return 1
+    still_running
+}
+
 # The default rectangle, 420 x 260, stands in the middle of the screen.
 check_zone() {
     mv_open_overlay || return 1
     wh_screenshot overlay.png
     local x=$(((WH_SCREEN_W - 420) / 2)) y=$(((WH_SCREEN_H - 260) / 2))
     wh_click root 200 $((WH_SCREEN_H - 100)) 3 || return 1
-    mv_new_capture 2 zone || return 1
+    mv_new_capture 3 zone || return 1
     mv_crop 420 260 $((x + 1)) $((y + 1)) want-zone
     wh_assert_same zone "$WH_ART/zone.bmp" "$WH_ART/want-zone.png" || return 1
     wh_wait_window_gone "$OVERLAY" 10 || return 1
@@ -46,6 +61,7 @@ check_zone() {
     still_running
 }
 
-wh_check "a whole-screen capture of $2 gives its pixels" check_whole_screen
-wh_check "a zone of $2 captured on the overlay gives its pixels" check_zone
+wh_check "a whole-screen capture of $SIZE at $DPI DPI gives its pixels" check_whole_screen
+wh_check "a window capture at $SIZE and $DPI DPI gives its pixels" check_window
+wh_check "a zone of $SIZE at $DPI DPI captured on the overlay gives its pixels" check_zone
 wh_finish
