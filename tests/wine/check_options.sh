@@ -101,17 +101,19 @@ check_equal_keys() {
         { wh_reason "keys: $(head -1 "$APPDATA/params.txt" | cut -c101-105)"; return 1; }
 }
 
-# The save folder picked through the browse dialog takes the next save-all; Silence ticked
-# keeps the shutter quiet.
+# The save folder picked through the browse dialog takes the next save-all, even with a
+# name outside the code page (the settings file gets its short form); Silence ticked keeps
+# the shutter quiet.
 check_browse_and_silence() {
-    mkdir -p "$WINEPREFIX/drive_c/shots"
+    local shots="$WINEPREFIX/drive_c/shots é 截图 📷"
+    mkdir -p "$shots"
     open_options || return 1
     opt_click 11125 307 || return 1
     wh_find_window '^Open$' 15 || { wh_screenshot no-open.png; return 1; }
     local dialog=$WH_WID
     sleep 1
     wh_key "$dialog" End $(printf 'BackSpace %.0s' {1..20}) || return 1
-    wh_type "$dialog" 'C:\shots\here' || return 1
+    wh_type "$dialog" 'C:\shots é 截图 📷\here' || return 1
     wh_key "$dialog" Return || return 1
     wh_wait_window_gone "$dialog" 10 || return 1
     opt_click 250 4470 || return 1 # Silence
@@ -130,7 +132,10 @@ check_browse_and_silence() {
     (($(mv_sound_bytes) == played)) || { wh_reason "a sound played"; return 1; }
     mv_click_button 5 || return 1
     # The prefix of the first check (Shot) names it.
-    wh_wait_for "the saved capture" 15 eval 'ls "$WINEPREFIX"/drive_c/shots/Shot_*.jpg >/dev/null 2>&1'
+    wh_wait_for "the saved capture" 15 eval 'ls "$shots"/Shot_*.jpg >/dev/null 2>&1' || return 1
+    local line2
+    line2=$(sed -n 2p "$APPDATA/params.txt" | tr -d '\r')
+    [[ $line2 == *'~'* && $line2 != *'?'* ]] || { wh_reason "line 2 of params.txt: $line2"; return 1; }
 }
 
 # The dialog in French, every label readable.
