@@ -10,7 +10,7 @@ build=$(cd "${1:-$root/build}" && pwd)
 out=$build/bench-results.txt
 tree=$build/bench-release
 cmake -S "$root" -B "$tree" -DCMAKE_BUILD_TYPE=Release -DMIROVANTA_WERROR=OFF >/dev/null
-cmake --build "$tree" -j "$(nproc)" --target thumbnail_bench quantize_bench overlay_bench \
+cmake --build "$tree" -j "$(nproc)" --target assets thumbnail_bench quantize_bench overlay_bench \
     browser_bench zoom_bench gifanim_bench >/dev/null
 
 : >"$out"
@@ -21,7 +21,9 @@ section() {
 for bench in thumbnail_bench quantize_bench overlay_bench browser_bench zoom_bench gifanim_bench; do
     section "$tree/bench/$bench"
 done
-for script in run_capture_bench run_convert_bench run_burst_bench run_browser_memory; do
-    section bash "$root/bench/$script.sh" "$build/win64/bin"
+for script in run_capture_bench run_convert_bench "run_burst_bench 200" run_browser_memory; do
+    read -r name args <<<"$script"
+    # shellcheck disable=SC2086 # the count, when there is one
+    section bash "$root/bench/$name.sh" "$build/win64/bin" $args
 done
 echo "results in $out"

@@ -72,7 +72,7 @@ echo "file descriptors: $fd0 / $fd1"
 grep -Ev '^(start|end) ' "$counts" | tr -d '\r'
 grep -E '^(start|end) ' "$counts" | tr -d '\r'
 left=$(temp_files | wc -l)
-echo "temporary files left: $left (the kept capture: 1)"
+echo "temporary files left after the quit: $left"
 read -r g0 u0 h0 w0 < <(head -1 "$counts" | tr -d '\r')
 read -r g1 u1 h1 w1 < <(grep -Ev '^(start|end) ' "$counts" | tail -1 | tr -d '\r')
 ok=1

@@ -217,6 +217,16 @@ public:
     }
 };
 
+// A path's short or long form by GetShortPathNameW or GetLongPathNameW; the path itself
+// when the disk has no such form for it (or it does not exist).
+std::wstring OtherForm(DWORD(WINAPI* form)(LPCWSTR, LPWSTR, DWORD), const std::wstring& path) {
+    std::wstring out(32768, L'\0');
+    const DWORD n = form(path.c_str(), out.data(), DWORD(out.size()));
+    if (n == 0 || n >= out.size()) return path;
+    out.resize(n);
+    return out;
+}
+
 class Win32Shell : public platform::Shell {
 public:
     std::wstring ShellFolder(const std::wstring& name) override {
@@ -250,18 +260,10 @@ public:
         SetPriorityClass(GetCurrentProcess(), HIGH_PRIORITY_CLASS);
     }
     std::wstring ShortPath(const std::wstring& path) override {
-        std::wstring court(32768, L'\0');
-        const DWORD n = GetShortPathNameW(path.c_str(), court.data(), DWORD(court.size()));
-        if (n == 0 || n >= court.size()) return path;
-        court.resize(n);
-        return court;
+        return OtherForm(GetShortPathNameW, path);
     }
     std::wstring LongPath(const std::wstring& path) override {
-        std::wstring long_(32768, L'\0');
-        const DWORD n = GetLongPathNameW(path.c_str(), long_.data(), DWORD(long_.size()));
-        if (n == 0 || n >= long_.size()) return path;
-        long_.resize(n);
-        return long_;
+        return OtherForm(GetLongPathNameW, path);
     }
     std::wstring GetSetting(const std::wstring& program, const std::wstring& section,
                             const std::wstring& key, const std::wstring& def) override {
