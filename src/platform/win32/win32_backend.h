@@ -101,4 +101,7 @@ void RegisterWindowClasses();
 // Runs a handler of the model from a window procedure.
 void Fire(Win32Backend& be, const std::function<void()>& f);
 
+// A path's short (8.3) form; the path itself when the disk gives none.
+std::wstring ShortPathOf(const std::wstring& path);
+
 } // namespace win32

@@ -64,10 +64,7 @@ std::string Narrow(const std::wstring& w) {
 std::string NarrowPath(const std::wstring& path) {
     BOOL perdu = FALSE;
     WideCharToMultiByte(CP_ACP, 0, path.c_str(), -1, nullptr, 0, nullptr, &perdu);
-    if (!perdu) return Narrow(path);
-    wchar_t court[MAX_PATH] = {};
-    const DWORD n = GetShortPathNameW(path.c_str(), court, MAX_PATH);
-    return n > 0 && n < MAX_PATH ? Narrow(court) : Narrow(path);
+    return Narrow(perdu ? ShortPathOf(path) : path);
 }
 
 class Win32Mailer : public platform::Mailer {

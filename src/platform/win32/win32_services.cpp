@@ -259,9 +259,7 @@ public:
         SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_HIGHEST);
         SetPriorityClass(GetCurrentProcess(), HIGH_PRIORITY_CLASS);
     }
-    std::wstring ShortPath(const std::wstring& path) override {
-        return OtherForm(GetShortPathNameW, path);
-    }
+    std::wstring ShortPath(const std::wstring& path) override { return ShortPathOf(path); }
     std::wstring LongPath(const std::wstring& path) override {
         return OtherForm(GetLongPathNameW, path);
     }
@@ -303,6 +301,10 @@ private:
 };
 
 } // namespace
+
+std::wstring ShortPathOf(const std::wstring& path) {
+    return OtherForm(GetShortPathNameW, path);
+}
 
 std::unique_ptr<platform::Desktop> MakeDesktop() {
     return std::make_unique<Win32Desktop>();
