@@ -72,6 +72,7 @@ WH_ART=""
 WH_HOME=""
 WH_PREFIX=""
 WH_XVFB_PID=""
+WH_XEPHYR_PID=""
 WH_SCREEN_W=0
 WH_SCREEN_H=0
 WH_PICTURE=""
@@ -124,7 +125,7 @@ wh_die() {
 wh_init() {
   WH_NAME=${1:?wh_init needs a name}
   local tool
-  for tool in Xvfb xdotool xwininfo xdpyinfo import convert compare identify display \
+  for tool in Xvfb Xephyr xdotool xwininfo xdpyinfo import convert compare identify display \
     wine wineserver wineboot flock timeout setsid; do
     command -v "$tool" >/dev/null 2>&1 || wh_die "missing tool: $tool"
   done
@@ -229,7 +230,7 @@ wh_own_processes() {
       printf '%s %s\n' "$pid" "$(tr '\0' ' ' <"/proc/$pid/cmdline" 2>/dev/null || true)"
     fi
   done
-  for pid in "$WH_XVFB_PID" "$WH_PICTURE_PID"; do
+  for pid in "$WH_XEPHYR_PID" "$WH_XVFB_PID" "$WH_PICTURE_PID"; do
     [[ -n $pid ]] || continue
     if _wh_alive "$pid"; then
       printf '%s %s\n' "$pid" "$(tr '\0' ' ' <"/proc/$pid/cmdline" 2>/dev/null || true)"
@@ -252,7 +253,7 @@ wh_cleanup() {
     while read -r pid _; do wine_pids+=("$pid"); done < <(wh_own_processes)
     WINEPREFIX=$WH_PREFIX timeout 20 wineserver -k >>"$WH_ART/wine.log" 2>&1 || true
     for ((i = 0; i < 100; i++)); do
-      left=$(wh_own_processes | grep -v -e "^$WH_XVFB_PID " -e "^$WH_PICTURE_PID " || true)
+      left=$(wh_own_processes | grep -v -e "^$WH_XEPHYR_PID " -e "^$WH_XVFB_PID " -e "^$WH_PICTURE_PID " || true)
       [[ -z $left ]] && break
       sleep 0.1
     done
@@ -263,6 +264,7 @@ wh_cleanup() {
   fi
   for pid in "${WH_PIDS[@]}"; do _wh_stop "$pid"; done
   _wh_stop "$WH_PICTURE_PID"
+  _wh_stop "$WH_XEPHYR_PID"
   _wh_stop "$WH_XVFB_PID"
   # Wine's daemons end as zombies of pid 1; give it a moment to reap them so that
   # `pgrep wine` right after the run shows none of ours.
@@ -291,36 +293,57 @@ wh_cleanup() {
 
 # ---------------------------------------------------------------- X server
 
-# wh_start_xvfb [WxH]: starts a private Xvfb on the first free display of :90..:99 with a
-# 24-bit screen of WxH (default 1280x1024), exports DISPLAY, sets WH_SCREEN_W/H.
-wh_start_xvfb() {
-  local size=${1:-1280x1024} n pid lockpid i
-  [[ $size =~ ^([0-9]+)x([0-9]+)$ ]] || wh_die "bad screen size: $size"
-  WH_SCREEN_W=${BASH_REMATCH[1]}
-  WH_SCREEN_H=${BASH_REMATCH[2]}
+# _wh_x_server PROGRAM ARGS...: starts PROGRAM :N ARGS on the first free display N of
+# :90..:99 and waits until it answers; sets WH_SERVER_PID and WH_SERVER_DISPLAY.
+_wh_x_server() {
+  local prog=$1 n pid lockpid i
+  shift
   for n in 90 91 92 93 94 95 96 97 98 99; do
-    # A lock whose server is gone (killed hard) does not hold: Xvfb replaces it.
+    # A lock whose server is gone (killed hard) does not hold: the server replaces it.
     lockpid=$(tr -d ' \n' 2>/dev/null <"/tmp/.X$n-lock" || true)
     [[ -n $lockpid ]] && kill -0 "$lockpid" 2>/dev/null && continue
-    Xvfb ":$n" -screen 0 "${size}x24" -nolisten tcp -noreset >>"$WH_ART/xvfb.log" 2>&1 &
+    "$prog" ":$n" "$@" -nolisten tcp -noreset >>"$WH_ART/xvfb.log" 2>&1 &
     pid=$!
     for ((i = 0; i < 100; i++)); do
       _wh_alive "$pid" || break
       lockpid=$(tr -d ' \n' 2>/dev/null <"/tmp/.X$n-lock" || true)
       if [[ $lockpid == "$pid" ]] && xdpyinfo -display ":$n" >/dev/null 2>&1; then
-        WH_XVFB_PID=$pid
+        WH_SERVER_PID=$pid
+        WH_SERVER_DISPLAY=":$n"
         _wh_remember "$pid"
-        export DISPLAY=":$n"
-        wh_log "Xvfb $DISPLAY ${size} pid $pid"
-        # Keep the pointer off the middle of the screen, where windows open.
-        xdotool mousemove "$((WH_SCREEN_W - 1))" "$((WH_SCREEN_H - 1))" 2>>"$WH_ART/xdotool.log" || true
         return 0
       fi
       sleep 0.1
     done
     _wh_stop "$pid" # lost the race for this display, or it did not come up
   done
-  wh_die "no free display in :90..:99 (see $WH_ART/xvfb.log)"
+  wh_die "no free display in :90..:99 for $prog (see $WH_ART/xvfb.log)"
+}
+
+# wh_start_xvfb [WxH] [MONITORS]: starts a private Xvfb with a 24-bit screen of WxH
+# (default 1280x1024), exports DISPLAY, sets WH_SCREEN_W/H (the primary monitor) and
+# WH_VIRTUAL_W. With MONITORS 2, DISPLAY is a Xephyr inside that Xvfb showing two
+# monitors of WxH side by side as one Xinerama screen; its RandR is off, so that Wine
+# takes its monitors from Xinerama (with RandR it sees one).
+wh_start_xvfb() {
+  local size=${1:-1280x1024} monitors=${2:-1}
+  [[ $size =~ ^([0-9]+)x([0-9]+)$ ]] || wh_die "bad screen size: $size"
+  WH_SCREEN_W=${BASH_REMATCH[1]}
+  WH_SCREEN_H=${BASH_REMATCH[2]}
+  WH_VIRTUAL_W=$WH_SCREEN_W
+  _wh_x_server Xvfb -screen 0 "${size}x24"
+  WH_XVFB_PID=$WH_SERVER_PID
+  export DISPLAY=$WH_SERVER_DISPLAY
+  if ((monitors == 2)); then
+    _wh_x_server Xephyr -screen "${size}x24" -screen "${size}x24" +xinerama \
+      -extension RANDR -ac
+    WH_XEPHYR_PID=$WH_SERVER_PID
+    export DISPLAY=$WH_SERVER_DISPLAY
+    WH_VIRTUAL_W=$((2 * WH_SCREEN_W))
+  fi
+  wh_log "X server $DISPLAY: $monitors monitor(s) of $size"
+  # Keep the pointer off the middle of the screen, where windows open.
+  xdotool mousemove "$((WH_SCREEN_W - 1))" "$((WH_SCREEN_H - 1))" 2>>"$WH_ART/xdotool.log" || true
 }
 
 # ---------------------------------------------------------------- Wine prefix

@@ -86,7 +86,7 @@ _mv_overlay() {
     for w in $(xdotool search --onlyvisible --pid "$WH_PID_PROGRAM" 2>/dev/null); do
         [[ -z "$(xdotool getwindowname "$w" 2>/dev/null)" ]] || continue
         wh_window_geometry "$w" || continue
-        ((WH_W == WH_SCREEN_W)) || continue
+        ((WH_W == WH_VIRTUAL_W)) || continue
         if (($1 == 0 || (WH_X == 0 && WH_Y == 0))); then OVERLAY=$w; return 0; fi
     done
     return 1
