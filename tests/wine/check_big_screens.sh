@@ -9,7 +9,7 @@ set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 if (($# < 2)); then
     rc=0
-    for size in ${MIROVANTA_BIG_SCREENS:-1280x1024+1280x1024 1280x1024@120 1600x1200@168 2560x1440@192 3840x2160 3840x2160@144 7680x4320}; do
+    for size in ${MIROVANTA_BIG_SCREENS:-1280x1024+1280x1024@120 1600x1200@168 2560x1440@192 3840x2160 3840x2160@144 7680x4320}; do
         bash "$0" "${1:?usage: check_big_screens.sh BIN_DIR}" "$size" || rc=1
     done
     exit $rc
@@ -79,24 +79,29 @@ check_zone() {
 }
 
 # Two monitors: the overlay is two screens wide (mv_open_overlay looks for that width).
-# The rectangle dragged onto the second monitor and 64 presses of numeric plus (20 pixels
-# each) bring that monitor's half over the first, rectangle included, but not the size
-# label, which belongs to the form; the 65th press is past the limit and does nothing.
+# The rectangle is dragged onto the second monitor; numeric plus moves the picture left by
+# 300 twips a press until it has gone a screen's width or more, which brings the second
+# monitor's half over the first, rectangle included (not the size label, which belongs to
+# the form); one more press is past the limit and does nothing.
 check_second_monitor() {
     mv_open_overlay || return 1
-    local x=$(((WH_SCREEN_W - 420) / 2)) y=$(((WH_SCREEN_H - 260) / 2)) steps=$((WH_SCREEN_W / 20))
+    local x=$(((WH_SCREEN_W - 420) / 2)) y=$(((WH_SCREEN_H - 260) / 2))
+    local step=$((300 * DPI / 1440)) steps shift
+    steps=$(((WH_SCREEN_W + step - 1) / step))
+    shift=$((steps * step - WH_SCREEN_W))
     wh_drag root $((x + 210)) $((y + 130)) $((x + 210 + WH_SCREEN_W)) $((y + 130)) 1 10 || return 1
     sleep 0.5
-    wh_screenshot overlay-second.png "${WH_SCREEN_W}x$WH_SCREEN_H+$WH_SCREEN_W+0" || return 1
+    wh_screenshot overlay-second.png \
+        "$((WH_SCREEN_W - shift))x$WH_SCREEN_H+$((WH_SCREEN_W + shift))+0" || return 1
     local keys=() i
     for ((i = 0; i <= steps; i++)); do keys+=(KP_Add); done
     wh_key "$OVERLAY" "${keys[@]}" || return 1
     sleep 0.5
-    wh_screenshot overlay-scrolled.png "${WH_SCREEN_W}x$WH_SCREEN_H+0+0" || return 1
+    wh_screenshot overlay-scrolled.png "$((WH_SCREEN_W - shift))x$WH_SCREEN_H+0+0" || return 1
     wh_assert_same scrolled "$WH_ART/overlay-scrolled.png" "$WH_ART/overlay-second.png" \
-        --exclude "200x20+$((x + 421))+$y" || return 1
+        --exclude "300x40+$((x + 415 - shift))+$((y - 5))" || return 1
     wh_click root 200 $((WH_SCREEN_H - 100)) 3 || return 1
-    mv_new_capture 2 zone || return 1
+    mv_new_capture 3 zone || return 1
     mv_crop 420 260 $((x + 1 + WH_SCREEN_W)) $((y + 1)) want-zone
     wh_assert_same zone "$WH_ART/zone.bmp" "$WH_ART/want-zone.png" || return 1
     wh_wait_window_gone "$OVERLAY" 10 || return 1
@@ -104,10 +109,11 @@ check_second_monitor() {
 }
 
 wh_check "a whole-screen capture of $SIZE at $DPI DPI gives its pixels" check_whole_screen
+wh_check "a window capture at $SIZE and $DPI DPI gives its pixels" check_window
 if ((MONITORS == 2)); then
-    wh_check "a zone on the second monitor, scrolled into view, gives its pixels" check_second_monitor
+    wh_check "a zone on the second monitor at $DPI DPI, scrolled into view, gives its pixels" \
+        check_second_monitor
 else
-    wh_check "a window capture at $SIZE and $DPI DPI gives its pixels" check_window
     wh_check "a zone of $SIZE at $DPI DPI captured on the overlay gives its pixels" check_zone
 fi
 wh_finish

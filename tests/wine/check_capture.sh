@@ -379,7 +379,7 @@ check_long_page() {
 }
 wh_check "Control+Z and Enter take the default rectangle; a long page, scrolled, Control+Y, F6 and F7 fitting the seam: Enter takes rows across it" check_long_page
 
-# 50 captures taken and deleted leave the window-system objects where they were (the soak
+# 20 captures taken and deleted leave the window-system objects where they were (the soak
 # bench, bench/run_soak.sh, runs the long version with windows and zones).
 check_no_leak() {
     local script="$WH_TMP/leak.txt" counts="$WH_TMP/counts.txt" done="$WH_TMP/leak-done.txt"
@@ -395,7 +395,7 @@ wait 300
 key 46 0
 wait 300
 gui $(winepath -w "$counts")
-repeat 50
+repeat 20
 click 1
 wait 20
 key 46 0
@@ -423,7 +423,7 @@ SCRIPT
     touch "$WH_TMP/leak-quit"
     wh_wait_exit "$program" 30
 }
-wh_check "50 captures taken and deleted leak no GDI or USER object" check_no_leak
+wh_check "20 captures taken and deleted leak no GDI or USER object" check_no_leak
 
 # A click on a thumbnail's tick box reaches the program: the box's own notification,
 # passed on by the window that holds it, ticks the capture, and a second click unticks it.
