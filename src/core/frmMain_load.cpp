@@ -35,6 +35,8 @@ void frmMain::Design() {
     auto& b0 = bouton.Design(0);
     b0.Move(60, 0, 480, 480);
     b0.SetBorderStyle(ui::kBorderNone);
+    // The bitmaps grow with the buttons on a scaled screen.
+    b0.stretch = true;
 
     for (ui::PictureBox* p : {&Picture1, &Picture2, &Picture2S, &ImgTTscreen}) {
         p->Move(20, 560, 1500, 1000);

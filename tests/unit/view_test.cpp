@@ -143,4 +143,35 @@ TEST_F(ViewTest, TrayToggleAndStandby) {
     EXPECT_TRUE(l.Visible());
 }
 
+// On a scaled screen the toolbar's bitmaps fill their grown buttons: by whole pixels at
+// twice the scale, averaged at a quarter more; the buttons loaded at run time too.
+class ScaledToolbarTest : public AppTest, public ::testing::WithParamInterface<float> {};
+
+TEST_P(ScaledToolbarTest, BitmapsFillTheGrownButtons) {
+    const float tpp = GetParam();
+    MarkLanguage();
+    SetScreen(1600, 1200, gdi::Rgb(40, 90, 160));
+    be.screen.tppX = be.screen.tppY = tpp;
+    Start();
+    for (int i : {0, 7, 20}) {
+        const ui::PictureBox& b = main->bouton[i];
+        const gdi::Surface& bitmap = b.Picture();
+        ASSERT_FALSE(bitmap.Empty());
+        const int side = int(480 / tpp);
+        ASSERT_EQ(b.Image().Width(), side);
+        ASSERT_EQ(b.Image().Height(), side);
+        if (tpp == 7.5f) {
+            for (int y = 0; y < bitmap.Height(); y += 5)
+                for (int x = 0; x < bitmap.Width(); x += 3)
+                    ASSERT_EQ(b.Image().At(2 * x + 1, 2 * y + 1), bitmap.At(x, y)) << i;
+        } else {
+            // The far corner is the bitmap's, not the back colour around a small copy.
+            EXPECT_EQ(b.Image().At(side - 1, side - 1),
+                      bitmap.At(bitmap.Width() - 1, bitmap.Height() - 1));
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(TwiceAndAQuarterMore, ScaledToolbarTest, ::testing::Values(7.5f, 12.f));
+
 } // namespace

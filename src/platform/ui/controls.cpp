@@ -26,13 +26,26 @@ void PictureBox::OnResized() {
     int w = ToPixels(Width(), TppX());
     int h = ToPixels(Height(), TppY());
     if (w == image_.Width() && h == image_.Height()) return;
-    // The new area shows the back colour and the picture beneath; what was drawn stays.
     gdi::Surface next(w, h, gdi::FromColorRef(ResolveColor(BackColor())));
-    if (!picture_.Empty())
-        gdi::BitBlt(next, 0, 0, picture_.Width(), picture_.Height(), picture_, 0, 0);
-    gdi::BitBlt(next, 0, 0, image_.Width(), image_.Height(), image_, 0, 0);
-    image_ = std::move(next);
+    std::swap(image_, next);
+    DrawPicture();
+    // The new area shows the back colour and the picture; what was drawn stays over them,
+    // except over a stretched picture, which is drawn anew at the new size.
+    if (!stretch) gdi::BitBlt(image_, 0, 0, next.Width(), next.Height(), next, 0, 0);
     Changed(Change::Image);
+}
+
+void PictureBox::DrawPicture() {
+    if (picture_.Empty()) return;
+    const int w = picture_.Width(), h = picture_.Height();
+    const int iw = image_.Width(), ih = image_.Height();
+    if (!stretch || (iw == w && ih == h)) {
+        gdi::BitBlt(image_, 0, 0, w, h, picture_, 0, 0);
+        return;
+    }
+    const bool whole = iw % w == 0 && ih % h == 0;
+    gdi::StretchBlt(image_, 0, 0, iw, ih, picture_, 0, 0, w, h,
+                    whole ? gdi::kColorOnColor : gdi::kHalftone);
 }
 
 void PictureBox::SetPicture(const gdi::Surface& s) {
@@ -44,8 +57,7 @@ void PictureBox::SetPicture(const gdi::Surface& s) {
 
 void PictureBox::Cls() {
     image_.Fill(gdi::FromColorRef(ResolveColor(BackColor())));
-    if (!picture_.Empty())
-        gdi::BitBlt(image_, 0, 0, picture_.Width(), picture_.Height(), picture_, 0, 0);
+    DrawPicture();
     Changed(Change::Image);
 }
 
@@ -62,6 +74,7 @@ void PictureBox::CopyFrom(const Control& other) {
     const auto& o = static_cast<const PictureBox&>(other);
     borderStyle_ = o.borderStyle_;
     autoSize = o.autoSize;
+    stretch = o.stretch;
     picture_ = o.picture_;
     image_ = gdi::Surface();
     Control::CopyFrom(other);

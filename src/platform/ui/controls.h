@@ -19,6 +19,9 @@ public:
     void SetBorderStyle(int style); // 0 flat, 1 framed; anything else raises 380
     // With AutoSize the control takes the size of each picture it is given.
     bool autoSize = false;
+    // With stretch the picture fills the control: a toolbar bitmap keeps its place at any
+    // screen scale. At a whole multiple it is drawn by whole pixels, sharp.
+    bool stretch = false;
 
     // The Picture property. An empty surface is "no picture" (LoadPicture()).
     const gdi::Surface& Picture() const { return picture_; }
@@ -45,6 +48,8 @@ protected:
     void OnResized() override;
 
 private:
+    void DrawPicture();
+
     int borderStyle_ = 0;
     gdi::Surface picture_;
     gdi::Surface image_;
