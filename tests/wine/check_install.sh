@@ -89,18 +89,32 @@ check_uninstall_leaves_the_users_files() {
     run_quietly "$INSTDIR/uninstall.exe" /S || return 1
     # The uninstaller copies itself away and goes on from there: wait for its work.
     wh_wait_for "the program's folder to go" 30 test ! -e "$INSTDIR" || { ls -la "$INSTDIR" >&2; return 1; }
-    [[ ! -e "$MENU" ]] || { wh_reason "Start menu left: $(ls "$MENU")"; return 1; }
+    wh_wait_for "the Start menu folder to go" 10 test ! -e "$MENU" || return 1
     if wh_wine reg query "$UNINST_KEY" >/dev/null 2>&1; then wh_reason "the list of programs keeps it"; return 1; fi
     [[ -f "$documents/Capt1.bmp" && -f "$APPDATA/params.txt" && -f "$APPDATA/spoken.txt" ]] ||
         { wh_reason "a file of the user's went"; return 1; }
 }
 
 # The portable zip, unpacked anywhere, runs as it is: here from a folder of the Desktop
-# whose name needs Unicode.
+# whose name needs Unicode, for a user whose AppData (the temporary captures, the
+# settings) lies in such a folder too.
 check_portable_zip() {
     local folder="$DRIVE_C/users/$(id -un)/Desktop/Outils é 截图 📷"
     mkdir -p "$folder" && unzip -q "$ZIP" -d "$folder"
-    start_and_capture "$folder/Mirovanta" portable
+    local roaming='C:\users\Zoé 用户 📷\AppData\Roaming' reg=$WH_TMP/appdata.reg
+    mkdir -p "$DRIVE_C/users/Zoé 用户 📷/AppData/Roaming"
+    local key='HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer'
+    {
+        printf 'Windows Registry Editor Version 5.00\r\n'
+        for folders in 'User Shell Folders' 'Shell Folders'; do
+            printf '\r\n[%s\\%s]\r\n"AppData"="%s"\r\n' "$key" "$folders" "${roaming//\\/\\\\}"
+        done
+    } | iconv -f UTF-8 -t UTF-16 >"$reg"
+    wh_wine regedit /s "$(winepath -w "$reg")" || { wh_reason "regedit failed"; return 1; }
+    APPDATA="$DRIVE_C/users/Zoé 用户 📷/AppData/Roaming/Mirovanta"
+    mv_choose_english
+    start_and_capture "$folder/Mirovanta" portable || return 1
+    [[ -f "$APPDATA/params.txt" ]] || { wh_reason "no params.txt in the moved AppData"; return 1; }
 }
 
 wh_check "the program and the installer carry their version" check_version_information

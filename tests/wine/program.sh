@@ -109,7 +109,9 @@ mv_nth_capture() { [ "$(temp_files | wc -l)" -ge "$1" ]; }
 mv_new_capture() {
     wh_wait_for "capture $1" 15 mv_nth_capture "$1" || { wh_screenshot "no-capture-$1.png"; return 1; }
     sleep 0.5
-    cp "$(ls -t $(temp_files) | head -1)" "$WH_ART/$2.bmp"
+    local newest # the folder's name may hold spaces
+    newest=$(find "$APPDATA" -name 'Captprov_*.bmp' -printf '%T@ %p\n' | sort -n | tail -1)
+    cp "${newest#* }" "$WH_ART/$2.bmp"
 }
 
 # mv_window_capture WID NAME N: Control+F on window WID must give capture N, the window
