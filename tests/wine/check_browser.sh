@@ -359,17 +359,18 @@ builder_on_folder() {
     local dialog=$WH_WID
     sleep 1
     wh_key "$dialog" End $(printf 'BackSpace %.0s' {1..10}) || return 1
-    wh_type "$dialog" "$1" || return 1
+    wh_paste "$dialog" "$1" || return 1
     wh_key "$dialog" Return || return 1
     wh_wait_for "the builder" 20 builder || return 1
     sleep 1
 }
 
 # Folder mode on a folder with a file that is no GIF: entry 223, and the program goes on.
+# The folder's name needs Unicode.
 check_gif_folder() {
     # (xwininfo with no window id would wait for a click.)
     [[ -n $BUILDER ]] || { wh_reason "no builder open"; return 1; }
-    local dossier="$WINEPREFIX/drive_c/gifs"
+    local dossier="$WINEPREFIX/drive_c/gifs é 截图 📷"
     mkdir -p "$dossier"
     ls "$TEMP_DIR"/Captprov_*.gif | head -2 | { read -r a; read -r c; cp "$a" "$dossier/a.gif"; cp "$c" "$dossier/c.gif"; }
     echo "not a picture" >"$dossier/b.gif"
@@ -377,7 +378,7 @@ check_gif_folder() {
     builder_click 9350 320 || return 1
     wh_wait_window_gone "$BUILDER" 10 || return 1
     ! ls "$TEMP_DIR"/*.gif >/dev/null 2>&1 || { wh_reason "frame GIFs left: $(ls "$TEMP_DIR")"; return 1; }
-    builder_on_folder 'C:\gifs\a.gif' || return 1
+    builder_on_folder 'C:\gifs é 截图 📷\a.gif' || return 1
     wh_screenshot builder-files.png
     builder_click 7550 320 || return 1
     wh_wait_for "entry 223" 20 error_box || return 1

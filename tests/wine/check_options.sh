@@ -113,7 +113,7 @@ check_browse_and_silence() {
     local dialog=$WH_WID
     sleep 1
     wh_key "$dialog" End $(printf 'BackSpace %.0s' {1..20}) || return 1
-    wh_type "$dialog" 'C:\shots é 截图 📷\here' || return 1
+    wh_paste "$dialog" 'C:\shots é 截图 📷\here' || return 1
     wh_key "$dialog" Return || return 1
     wh_wait_window_gone "$dialog" 10 || return 1
     opt_click 250 4470 || return 1 # Silence

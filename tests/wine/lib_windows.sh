@@ -137,6 +137,14 @@ wh_type() {
   _wh_xdo type --delay 20 -- "$2" || wh_reason "xdotool type failed"
 }
 
+# wh_paste WID TEXT: puts TEXT on the clipboard and pastes it into WID with Control+V.
+# Characters outside the keyboard map (CJK, emoji) arrive whole this way: xdotool types
+# them by remapping a key, which Wine can read before the new map has reached it.
+wh_paste() {
+  printf '%s' "$2" | xclip -selection clipboard -i || { wh_reason "xclip failed"; return 1; }
+  wh_key "$1" ctrl+v
+}
+
 # wh_key_hold WID KEY SECONDS: focuses WID, holds KEY down for SECONDS (for programs that
 # poll GetAsyncKeyState on a timer), then releases it.
 wh_key_hold() {
