@@ -324,6 +324,16 @@ private:
     std::vector<uint8_t> candidates_;
 };
 
+// Bits per channel of the cube for about `queries` look-ups, at most `most`: listing a cell
+// costs about three plain searches of every entry, so a cell should serve several queries;
+// a small picture, whose colours each fall into a cell of their own, takes fewer, larger
+// cells. The answers are the same at any size.
+int CellBits(size_t queries, int most) {
+    int bits = 1;
+    while (bits < most && (size_t(1) << (3 * (bits + 1))) * 8 <= queries) ++bits;
+    return bits;
+}
+
 // ---- K-means ----------------------------------------------------------------------------
 
 // Lloyd's iterations over the samples, starting from `centroids`. A centroid left without
@@ -336,7 +346,7 @@ void Refine(const std::vector<Sample>& samples, std::vector<Centroid>& centroids
     std::vector<double> cost(samples.size());
     double previous = std::numeric_limits<double>::infinity();
     for (int pass = 0; pass < kMaxPasses; ++pass) {
-        NearestColour nearest(centroids, 4);
+        NearestColour nearest(centroids, CellBits(samples.size(), 4));
         std::vector<std::array<double, 4>> sums(centroids.size(), {0, 0, 0, 0});
         double total = 0;
         for (size_t i = 0; i < samples.size(); ++i) {
@@ -387,7 +397,7 @@ void MapPixels(const Surface& s, std::vector<Pixel>& palette, std::vector<uint8_
     set.reserve(palette.size());
     for (Pixel p : palette)
         set.push_back({double(RedOf(p)), double(GreenOf(p)), double(BlueOf(p))});
-    NearestColour nearest(set, 5);
+    NearestColour nearest(set, CellBits(PixelCount(s), 5));
     constexpr int kCacheBits = 16;
     constexpr uint32_t kUnused = 0xFF000000; // never equal to a masked colour
     std::vector<uint32_t> keys(size_t(1) << kCacheBits, kUnused);
