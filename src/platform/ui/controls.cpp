@@ -6,6 +6,7 @@
 #include "runtime/errors.h"
 
 #include <cmath>
+#include <utility>
 
 namespace ui {
 
@@ -26,12 +27,12 @@ void PictureBox::OnResized() {
     int w = ToPixels(Width(), TppX());
     int h = ToPixels(Height(), TppY());
     if (w == image_.Width() && h == image_.Height()) return;
-    gdi::Surface next(w, h, gdi::FromColorRef(ResolveColor(BackColor())));
-    std::swap(image_, next);
+    const gdi::Surface old =
+        std::exchange(image_, gdi::Surface(w, h, gdi::FromColorRef(ResolveColor(BackColor()))));
     DrawPicture();
     // The new area shows the back colour and the picture; what was drawn stays over them,
     // except over a stretched picture, which is drawn anew at the new size.
-    if (!stretch) gdi::BitBlt(image_, 0, 0, next.Width(), next.Height(), next, 0, 0);
+    if (!stretch) gdi::BitBlt(image_, 0, 0, old.Width(), old.Height(), old, 0, 0);
     Changed(Change::Image);
 }
 
