@@ -171,6 +171,7 @@ PAINT="$WH_PREFIX/drive_c/windows/system32/mspaint.exe"
 # Wine shows a process by the command it was started with.
 paints() { pgrep -fc 'mspaint\.exe' || true; }
 paint_runs() { (($(paints) >= 1)); }
+paint_given_capture() { grep -qsF '\Captprov_' "$PAINT.log"; }
 # box_up: a message box of the program is on the screen (probing, no failure recorded).
 box_up() { xdotool search --onlyvisible --name '^Mirovanta$' >/dev/null 2>&1; }
 caption_is() { [[ "$(wh_window_title "$MAIN")" == "$1" ]]; }
@@ -202,7 +203,11 @@ check_editor_edits() {
     mv_click_button 7
     wh_wait_for "the editing caption" 5 caption_is "$EDITING" || return 1
     wh_wait_for "the editor" 5 paint_runs || return 1
-    grep -qF '\Captprov_' "$PAINT.log" || { wh_reason "editor given $(cat "$PAINT.log")"; return 1; }
+    # Wine lists the process before its first line has run: wait for the command line it writes.
+    wh_wait_for "the editor's command line" 5 paint_given_capture || {
+        wh_reason "editor given $(cat "$PAINT.log" 2>/dev/null)"
+        return 1
+    }
     wh_wait_for "the edit in the view" 12 main_shows_zone edited "$WH_ART/want-edited.png" || return 1
     wh_wait_for "the caption back" 20 caption_is "$titre" || return 1
 }
@@ -210,6 +215,8 @@ check_editor_edits() {
 # Choosing another capture ends the editor the program started, and only that one: a paint
 # program started by someone else goes on.
 check_choice_ends_editor() {
+    # An editor left by a failed case above would be counted as ours.
+    wh_wait_for "no editor running" 15 eval '(($(paints) == 0))' || return 1
     echo 120 >"$PAINT.secs"
     convert "$WH_ART/kind-z.bmp" "BMP3:$WH_TMP/other.bmp"
     wh_launch -l other-paint.log "$PAINT" "$(winepath -w "$WH_TMP/other.bmp")"
