@@ -79,7 +79,6 @@ WH_PICTURE=""
 WH_PICTURE_PID=""
 WH_PICTURE_WID=""
 WH_PIDS=()
-WH_EXIT_HOOKS=()
 WH_PASSED=0
 WH_FAILED=0
 WH_REASON=""
@@ -144,11 +143,6 @@ wh_init() {
   trap 'exit 130' INT
   trap 'exit 143' TERM
   wh_log "init $WH_NAME tmp=$WH_TMP artifacts=$WH_ART"
-}
-
-# wh_on_exit COMMAND...: runs COMMAND at cleanup, before Wine and X are stopped.
-wh_on_exit() {
-  WH_EXIT_HOOKS+=("$*")
 }
 
 _wh_on_exit() {
@@ -244,11 +238,7 @@ wh_own_processes() {
 wh_cleanup() {
   ((_WH_CLEANED)) && return 0
   _WH_CLEANED=1
-  local hook pid i left wine_pids=()
-  for ((i = ${#WH_EXIT_HOOKS[@]} - 1; i >= 0; i--)); do
-    hook=${WH_EXIT_HOOKS[i]}
-    eval "$hook" || wh_log "exit hook failed: $hook"
-  done
+  local pid i left wine_pids=()
   if [[ -n $WH_PREFIX ]]; then
     while read -r pid _; do wine_pids+=("$pid"); done < <(wh_own_processes)
     WINEPREFIX=$WH_PREFIX timeout 20 wineserver -k >>"$WH_ART/wine.log" 2>&1 || true

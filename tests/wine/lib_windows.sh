@@ -40,11 +40,6 @@ wh_wait_file() {
   wh_wait_for "file $1" "${2:-10}" _wh_file_ready "$1"
 }
 
-# wh_wait_gone PATH [TIMEOUT=10]: waits until PATH no longer exists.
-wh_wait_gone() {
-  wh_wait_for "file $1 to go away" "${2:-10}" test ! -e "$1"
-}
-
 # ---------------------------------------------------------------- windows and input
 
 _wh_xdo() {
@@ -103,12 +98,6 @@ wh_window_geometry() {
   WH_Y=$(sed -n 's/^ *Absolute upper-left Y: *//p' <<<"$info")
   WH_W=$(sed -n 's/^ *Width: *//p' <<<"$info")
   WH_H=$(sed -n 's/^ *Height: *//p' <<<"$info")
-}
-
-# wh_geometry_of WID: prints WID's rectangle as an ImageMagick geometry WxH+X+Y.
-wh_geometry_of() {
-  wh_window_geometry "$1" || return 1
-  printf '%sx%s+%s+%s' "$WH_W" "$WH_H" "$WH_X" "$WH_Y"
 }
 
 # wh_focus WID: gives WID the X focus and waits for it; with UseTakeFocus=N (set in the
