@@ -5,6 +5,8 @@
 #include "platform/gdi/bmp.h"
 #include "test_util.h"
 
+#include <array>
+
 namespace {
 
 // The tint over a pixel: black at alpha 80 of 255.
@@ -35,12 +37,6 @@ protected:
     void Rect(int l, int t, int w, int h) {
         F().rectsel.Move(Tw(l), Tw(t), Tw(w), Tw(h));
         F().PlacDesCoins(F().rectsel);
-    }
-    void ExpectRect(int l, int t, int w, int h) {
-        EXPECT_EQ(F().rectsel.Left(), Tw(l));
-        EXPECT_EQ(F().rectsel.Top(), Tw(t));
-        EXPECT_EQ(F().rectsel.Width(), Tw(w));
-        EXPECT_EQ(F().rectsel.Height(), Tw(h));
     }
 };
 
@@ -209,7 +205,9 @@ TEST_F(OverlayTest, ArrowModifiersInTheirOrder) {
     for (const auto& p : pas) {
         SCOPED_TRACE(testing::Message() << p.code << " shift " << p.shift);
         Touche(p.code, p.shift);
-        ExpectRect(p.l, p.t, p.w, p.h);
+        const auto& r = F().rectsel;
+        EXPECT_EQ((std::array{r.Left(), r.Top(), r.Width(), r.Height()}),
+                  (std::array{Tw(p.l), Tw(p.t), Tw(p.w), Tw(p.h)}));
     }
     EXPECT_FALSE(be.ended);
 }
