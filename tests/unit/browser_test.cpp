@@ -35,10 +35,9 @@ TEST_F(BrowserTest, SliderRestacksTheColumnAndTheCountLagsOneShowing) {
     be.screen.heightPx = 800; // the window's ceiling far away
     for (int k = 0; k < 4; ++k) Zone(40, 30, gdi::Rgb(k * 50, 0, 0));
     auto& l = L();
-    const float haut = l.Image1[1].Top();
     l.Vscroll1.SetValue(4);
     for (int i = 1; i <= 3; ++i) EXPECT_LT(l.Image1[i].Top() + l.Image1[i].Height(), 0) << i;
-    EXPECT_EQ(l.Image1[4].Top(), haut);
+    EXPECT_EQ(l.Image1[4].Top(), 800); // the head of the column
     be.screen.heightPx = 300;
     l.Vscroll1.SetValue(1);
     EXPECT_EQ(l.Height(), Tw(300) - 500);
