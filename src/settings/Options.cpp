@@ -134,7 +134,7 @@ void Options::Form_Load() {
     for (int i = 0; i <= 7; ++i) Check1[i].SetBackColor(fond);
 
     TxtEdit.SetText(app.params.Editeur);
-    Text1.SetText(app.params.DossierEnreg);
+    Text1.SetText(Lisible(app.params.DossierEnreg));
 
     // The controls from the columns of the settings line.
     const std::wstring& l = app.params.LigneParams;
@@ -146,7 +146,7 @@ void Options::Form_Load() {
     Slidtempo.SetValue(int(rt::Val(rt::Mid(l, 117, 1))));
     Txtinterval.SetText(rt::Mid(l, 122, 5));
     Txtpref.SetText(rt::Mid(l, 111, 4));
-    TxtEdit.SetText(rt::Mid(l, 131, 150));
+    TxtEdit.SetText(Lisible(rt::Mid(l, 131, 150)));
     for (size_t i = 0; i < touches_.size(); ++i) {
         CarPrec = touches_[i]->Text();
         touches_[i]->SetText(rt::Mid(l, 101 + long(i), 1));
@@ -221,7 +221,7 @@ bool Options::ToucheOk() const {
     return (t1 >= L"1" && t1 <= L"9") || (t1 >= L"A" && t1 <= L"Z");
 }
 
-std::wstring Options::NouvelleLigne() {
+std::wstring Options::NouvelleLigne(const std::wstring& editeurFichier) {
     const Params& p = app.params;
     std::wstring l = std::wstring(92, L' ') + p.LargSel + p.HautSel;
     for (const ui::TextBox* t : touches_) l += rt::Left(t->Text(), 1);
@@ -234,9 +234,9 @@ std::wstring Options::NouvelleLigne() {
     l += UnOuZero(Check1[3]) + UnOuZero(Check1[5]) + UnOuZero(Check1[6]) + UnOuZero(Check1[4]);
     l += rt::Format(rt::Val(Txtinterval.Text()), L"00000");
     l += L"    ";
-    const std::wstring editeur = rt::Left(TxtEdit.Text(), 150);
+    const std::wstring editeur = rt::Left(editeurFichier, 150);
     // Over 150 characters the count of blanks is negative: the error of the original.
-    l += editeur + rt::String(150 - rt::Len(TxtEdit.Text()), L' ');
+    l += editeur + rt::String(150 - rt::Len(editeurFichier), L' ');
     l += p.DossierTemp + L"<=======";
     return Cadrer(l);
 }
@@ -254,8 +254,9 @@ void Options::OKButton_Click() {
         app.MsgBox(app.Lang(67), ui::kExclamation);
         return;
     }
-    if (!Transcriptible(Text1) || !Transcriptible(TxtEdit)) return;
-    p.LigneParams = NouvelleLigne();
+    std::wstring dossier, editeur;
+    if (!Transcriptible(Text1, dossier) || !Transcriptible(TxtEdit, editeur)) return;
+    p.LigneParams = NouvelleLigne(editeur);
 
     // The interval: at most 65000, written back into its columns.
     const double intervalle = rt::Val(rt::Mid(p.LigneParams, 122, 5));
@@ -274,24 +275,32 @@ void Options::OKButton_Click() {
         rt::Left(p.LigneParams, rt::InStr(p.LigneParams, L"  ")));
 
     RafraichirParams(p, Slidtempo.Value() / 10.0);
-    p.Editeur = TxtEdit.Text();
+    p.Editeur = editeur;
     const int exe = rt::InStr(p.Editeur, L".exe");
     const int barre = rt::InStrRev(p.Editeur, L"\\");
     p.EditeurNom = rt::Mid(p.Editeur, barre + 1, exe + 3);
 
-    p.DossierEnregCourt = DossierCourt(Text1.Text());
+    p.DossierEnregCourt = DossierCourt(dossier);
     p.DossierPerso = p.DossierEnregCourt;
     p.DossierEnreg = Cadrer(p.DossierEnregCourt);
     SavOptions(app);
     Hide();
 }
 
-bool Options::Transcriptible(ui::TextBox& boite) {
-    const std::wstring chemin = DossierCourt(boite.Text());
+std::wstring Options::Lisible(const std::wstring& champ) {
+    // A path kept in its short form shows under its real name; OK shortens it again.
+    const std::wstring chemin = rt::RTrim(champ);
+    const std::wstring long_ = app.be.GetShell().LongPath(chemin);
+    return long_ == chemin ? champ : long_;
+}
+
+bool Options::Transcriptible(const ui::TextBox& boite, std::wstring& pourFichier) {
+    pourFichier = boite.Text();
+    const std::wstring chemin = DossierCourt(pourFichier);
     if (rt::AnsiHolds(chemin)) return true;
     const std::wstring court = app.be.GetShell().ShortPath(chemin);
     if (rt::AnsiHolds(court)) {
-        boite.SetText(court);
+        pourFichier = court;
         return true;
     }
     app.MsgBox(app.Lang(286) + L"\r\n\r\n" + chemin, ui::kExclamation);

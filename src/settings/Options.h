@@ -61,11 +61,15 @@ public:
     void TextTouche_Change(ui::TextBox& boite);
     // The key tests of OK: the first four keys all different, the first in range.
     bool ToucheOk() const;
+    // The text a path field shows: its long form when the field holds a short one.
+    std::wstring Lisible(const std::wstring& champ);
     // params.txt holds single bytes in the system's code page: a path outside it goes in
-    // its short form; with none, a box says why the choice cannot be kept (false).
-    bool Transcriptible(ui::TextBox& boite);
-    // The settings line the dialog's controls make, joined piece by piece.
-    std::wstring NouvelleLigne();
+    // its short form (pourFichier); with none, a box says why the choice cannot be kept
+    // (false). The box keeps the name the user sees.
+    bool Transcriptible(const ui::TextBox& boite, std::wstring& pourFichier);
+    // The settings line the dialog's controls make, joined piece by piece, with the editor
+    // as the file holds it.
+    std::wstring NouvelleLigne(const std::wstring& editeurFichier);
 
 protected:
     void Design() override;

@@ -144,8 +144,9 @@ TEST_F(OptionsTest, BrowsingCancelAndTheRectangleBox) {
     EXPECT_FALSE(app->full->rectsel.Visible());
 }
 
-// The settings file holds single bytes: a path outside the code page goes in its short form,
-// and one without a short form is refused with a box, nothing written.
+// The settings file holds single bytes: a path outside the code page goes in its short form
+// while the dialog shows its real name, and one without a short form is refused with a box,
+// nothing written.
 TEST_F(OptionsTest, PathsOutsideTheCodePageGoShortOrAreRefused) {
     mv::Options& o = Ouvrir();
     const std::wstring dossier = L"C:\\Users\\me\\截图 📷";
@@ -164,6 +165,13 @@ TEST_F(OptionsTest, PathsOutsideTheCodePageGoShortOrAreRefused) {
     EXPECT_FALSE(o.Visible());
     EXPECT_EQ(app->params.DossierEnregCourt, L"C:\\Users\\me\\4C7E~1");
     EXPECT_NE(LigneFichier().find(L"C:\\Outils\\0A1B~1.EXE"), std::wstring::npos);
+    // The boxes keep the real names, at this opening and at a fresh start's.
+    EXPECT_EQ(o.Text1.Text(), dossier);
+    EXPECT_EQ(o.TxtEdit.Text(), editeur);
+    app->options->Unload();
+    Ouvrir();
+    EXPECT_EQ(app->options->Text1.Text(), dossier);
+    EXPECT_EQ(app->options->TxtEdit.Text(), editeur);
 }
 
 } // namespace

@@ -138,6 +138,39 @@ check_browse_and_silence() {
     [[ $line2 == *'~'* && $line2 != *'?'* ]] || { wh_reason "line 2 of params.txt: $line2"; return 1; }
 }
 
+# An editor browsed to in a folder outside the code page: the settings line keeps the
+# folder's short form, and Edit starts it on the current capture.
+editor_given_capture() { grep -qsF '\Captprov_' "$(find "$1" -iname paint.exe.log)"; }
+check_editor_in_unicode_folder() {
+    local folder="$WINEPREFIX/drive_c/tools é 截图 📷"
+    mkdir -p "$folder"
+    cp "$BIN/testeditor.exe" "$folder/paint.exe"
+    echo 1 >"$folder/paint.exe.secs"
+    open_options || return 1
+    opt_click 11125 757 || return 1
+    wh_find_window '^Open$' 15 || return 1
+    local dialog=$WH_WID editor
+    sleep 1
+    wh_paste "$dialog" 'C:\tools é 截图 📷\paint.exe' || return 1
+    wh_key "$dialog" Return || return 1
+    wh_wait_window_gone "$dialog" 10 || return 1
+    sleep 0.5
+    wh_screenshot editor-browsed.png
+    ok || return 1
+    wh_wait_window_gone "$OPTIONS" 10 || return 1
+    sleep 1
+    editor=$(head -1 "$APPDATA/params.txt" | cut -c131-280 | tr -d '\r' | sed 's/ *$//')
+    [[ $editor == C:*'~'*'\paint.exe' ]] || { wh_reason "editor in params.txt: $editor"; return 1; }
+    # Opened again, the dialog shows both paths under their real names.
+    open_options || return 1
+    wh_screenshot options-long-names.png
+    cancel || return 1
+    wh_wait_window_gone "$OPTIONS" 10 || return 1
+    sleep 1
+    mv_click_button 7 || return 1
+    wh_wait_for "the editor's command line" 15 editor_given_capture "$folder"
+}
+
 # The dialog in French, every label readable.
 check_french() {
     wh_key "$MAIN" ctrl+q || return 1
@@ -160,5 +193,7 @@ wh_check "the options open from the toolbar with the settings of the file" check
 wh_check "the zone key changed to K: Control+K opens the overlay, Control+Z no more" check_zone_key
 wh_check "two equal keys: the entry 67 box, and the dialog stays" check_equal_keys
 wh_check "a browsed save folder takes the next save-all; Silence keeps the shutter quiet" check_browse_and_silence
+wh_check "an editor in a Unicode folder is kept by its short path and edits the capture" \
+    check_editor_in_unicode_folder
 wh_check "the options in French" check_french
 wh_finish
