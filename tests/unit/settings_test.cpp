@@ -206,22 +206,12 @@ TEST_F(SettingsTest, SaveFolderLineIsReadPaddedOrNotAndSavOptionsWritesDossierPe
     EXPECT_EQ(l->app->params.DossierEnregCourt, L"D:\\Captures");
 }
 
+// A Wine check starts on a Polish and an English system; here the per-user folder has a
+// name outside any single-byte code page, and any folder with a lost character falls back.
 TEST_F(SettingsTest, FolderNamesTravelInTheSystemCodePage) {
-    // The per-user folder has a name outside any single-byte code page.
     const std::filesystem::path appData = root / "Zo\xC3\xAB \xE6\xBC\xA2\xE5\xAD\x97" / "AppData";
     std::filesystem::create_directories(appData);
     be.shell.folders[L"AppData"] = rt::FromUtf8(appData.string());
-    {
-        // On a Central European system, Ł has a byte: the folder comes back whole.
-        ScopedAnsiPage page(CentralEuropeanPage());
-        be.shell.folders[L"Personal"] = L"C:\\Users\\\u0141ukasz";
-        auto l = Lancer();
-        EXPECT_EQ(Lire(), kPremiere + "\r\nC:\\Users\\\xA3ukasz\r\n");
-        l = Lancer();
-        EXPECT_TRUE(l->be.boxes.empty());
-        EXPECT_EQ(l->app->params.DossierEnregCourt, L"C:\\Users\\\u0141ukasz");
-        rt::Kill(Fichier());
-    }
     // In Windows-1252: é has a byte, 漢字 has not, € is byte 0x80.
     const std::wstring perso = L"C:\\Users\\Zo\u00EB\\\u6F22\u5B57 \u20AC";
     be.shell.folders[L"Personal"] = perso;
