@@ -113,24 +113,12 @@ TEST_F(CommandsTest, DeleteKeyDeletesTheCurrentCaptureAndOnlyControlQQuits) {
     EXPECT_FALSE(rt::DirExists(app->DossierTemp));
 }
 
-TEST_F(CommandsTest, HoverHighlightsOneButtonAndADoubleClickShowsTheSaveFolder) {
+TEST_F(CommandsTest, SaveAllButtonPointsAtTheDoubleClickThatShowsTheSaveFolder) {
     Start();
-    const ui::ImageList& images = main->ImageList1;
-    ASSERT_FALSE(images.Item(4) == images.Item(24));
-    auto highlighted = [&](int only) {
-        for (int i = 0; i <= 19; ++i)
-            if (main->bouton[i].Picture() != images.Item(i == only ? i + 21 : i + 1)) return false;
-        return true;
-    };
-    be.MouseMove(main->bouton[mv::kCmdCopier], 100, 100);
-    EXPECT_TRUE(highlighted(3));
     be.MouseMove(main->bouton[mv::kCmdEnregistrerTout], 100, 100);
-    EXPECT_TRUE(highlighted(5));
     EXPECT_TRUE(main->LabDoubleClick.Visible());
-    // The decoration strip only hides the hint; the last highlight stays.
-    be.MouseMove(main->bouton[40], 100, 100);
+    be.MouseMove(main->bouton[mv::kCmdImprimer], 100, 100);
     EXPECT_FALSE(main->LabDoubleClick.Visible());
-    EXPECT_TRUE(highlighted(5));
 
     // A double click on button 5 shows the save folder; on another, nothing.
     be.Click(main->bouton[mv::kCmdEnregistrerTout]);

@@ -104,34 +104,8 @@ TEST_F(TimedTest, DialogCarriesWrapsAndRefuses) {
     EXPECT_TRUE(Fichiers(".bmp").empty());
 }
 
-TEST_F(TimedTest, SlowRunSavesEachImageEmptiesTheListAtTenAndStopsOnTheCount) {
-    mv::FrmChrono& c = Ouvrir();
-    Plan(c, 0, 0, 1, 500, L"12", 3);
-    be.Click(c.CdeOk);
-    ASSERT_TRUE(main->TimerLngPerio.Enabled());
-
-    // The first image one whole second after the first tick (the half second is dropped).
-    be.RunFor(950);
-    EXPECT_EQ(app->NbImgFaites, 0);
-    be.RunFor(300);
-    EXPECT_EQ(app->NbImgFaites, 1);
-    // The zone before the run and the first image, saved as they come.
-    EXPECT_EQ(Fichiers(".png").size(), 2u);
-    EXPECT_TRUE(Fichiers(".bmp").empty());
-
-    // Ten kept captures, all saved, leave the list; the count goes on.
-    ASSERT_TRUE(be.RunUntil([&] { return app->NbImgFaites >= 10; }, 15000));
-    EXPECT_EQ(app->NbVignettes, 1);
-    ASSERT_TRUE(be.RunUntil([&] { return app->NbImgFaites >= 12; }, 5000));
-    EXPECT_EQ(app->NbVignettes, 3);
-    // The stop on the next tick: every capture saved.
-    be.RunFor(1200);
-    EXPECT_EQ(app->NbImgFaites, 12);
-    EXPECT_FALSE(main->TimerLngPerio.Enabled());
-    EXPECT_EQ(Fichiers(".png").size(), 13u);
-}
-
-// A long run: the list and the temporary folder stay small, and every image is on disk.
+// A long run (a Wine check runs a short one in PNG): past ten kept captures the list
+// empties, the temporary folder stays small, every image is on disk and the count stops it.
 TEST_F(TimedTest, FiveHundredSlowCapturesKeepTheFolderSmallAndSaveEveryImage) {
     mv::FrmChrono& c = Ouvrir();
     Plan(c, 0, 0, 1, 0, L"500", 0);
