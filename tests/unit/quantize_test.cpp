@@ -71,21 +71,6 @@ TEST(Quantize, PicturesWithFewColoursComeBackExactly) {
 }
 
 TEST(Quantize, MoreColoursThanEntriesGetAFittedPalette) {
-    // 257 colours spread over the cube: two close ones must share an entry (65.5 dB here when
-    // the closest pair does), the rest stay exact.
-    Surface s(257, 4);
-    uint32_t seed = 3;
-    for (int x = 0; x < 257; ++x)
-        s.FillRect(x, 0, 1, 4, Rgb(int(Next(seed)), int(Next(seed)), int(Next(seed))));
-    IndexedImage q = Quantize(s);
-    ExpectWellFormed(q, s);
-    EXPECT_EQ(q.palette.size(), 256u);
-    const Surface back = Expand(q);
-    EXPECT_GT(Psnr(s, back), 55.0);
-    int exact = 0;
-    for (int x = 0; x < 257; ++x) exact += back.At(x, 0) == s.At(x, 0);
-    EXPECT_GE(exact, 255);
-
     // 256 heavy colours and 43 near neighbours: the heavy ones (the flat
     // areas of a screen picture) come back exact and each neighbour goes to its heavy one.
     Surface screen(256, 64);
@@ -94,7 +79,7 @@ TEST(Quantize, MoreColoursThanEntriesGetAFittedPalette) {
         screen.FillRect(k, 0, 1, 64, heavy);
         if (k % 6 == 0) screen.At(k, 63) = heavy ^ 1; // blue one step away
     }
-    q = Quantize(screen);
+    IndexedImage q = Quantize(screen);
     ExpectWellFormed(q, screen);
     const Surface flat = Expand(q);
     for (int k = 0; k < 256; ++k) {
@@ -120,9 +105,8 @@ TEST(Quantize, MoreColoursThanEntriesGetAFittedPalette) {
     }
 
     // The limit is clamped to 1..256.
-    q = Quantize(s, 0);
-    EXPECT_EQ(q.palette.size(), 1u);
-    EXPECT_EQ(Quantize(s, 1000).palette.size(), Quantize(s).palette.size());
+    EXPECT_EQ(Quantize(pairs, 0).palette.size(), 1u);
+    EXPECT_EQ(Quantize(pairs, 1000).palette.size(), 256u);
 }
 
 TEST(Quantize, PhotographsKeepAHighPsnrAndComeOutTheSameEachTime) {
