@@ -22,25 +22,6 @@
 #include <string>
 #include <vector>
 
-// Windows-1250 as far as the tests need it: Ł, ł and č where Windows-1252 has £, ³ and è.
-inline rt::AnsiCodePage CentralEuropeanPage() {
-    rt::AnsiCodePage page = rt::Cp1252Page();
-    page.id = 1250;
-    page.high[0x23] = 0x0141;
-    page.high[0x33] = 0x0142;
-    page.high[0x68] = 0x010D;
-    return page;
-}
-
-// The system code page for one scope, Windows-1252 again after it.
-class ScopedAnsiPage {
-public:
-    explicit ScopedAnsiPage(const rt::AnsiCodePage& page) { rt::SetAnsiCodePage(page); }
-    ~ScopedAnsiPage() { rt::SetAnsiCodePage(rt::Cp1252Page()); }
-    ScopedAnsiPage(const ScopedAnsiPage&) = delete;
-    ScopedAnsiPage& operator=(const ScopedAnsiPage&) = delete;
-};
-
 // A picture where every pixel differs from its neighbours, so that a shift or a scaling
 // shows; two seeds apart by less than 256 differ at every pixel.
 inline gdi::Surface Motif(int w, int h, int graine = 0) {

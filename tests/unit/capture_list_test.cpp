@@ -23,32 +23,21 @@ TEST_F(CaptureListTest, HundredthCaptureIsKeptTheNextRefusedAndNumbersGrowToThre
     Start();
     for (int i = 1; i <= 100; ++i) be.Click(main->bouton[mv::kCmdEcran]);
     ASSERT_EQ(app->NbVignettes, 100);
-    EXPECT_EQ(app->NumCapt, 100);
     EXPECT_TRUE(be.boxes.empty());
-    EXPECT_EQ(app->tab.FichierV[99], L"Captprov_" + app->TagHeure + L"99.bmp");
     EXPECT_EQ(app->tab.FichierV[100], L"Captprov_" + app->TagHeure + L"100.bmp");
-    EXPECT_TRUE(rt::FileExists(TempFile(100)));
-    EXPECT_EQ(list->Lbldim[100].Caption(), L"100 " + Entry(109));
     EXPECT_EQ(TempFolderFiles().size(), 100u);
 
     be.clipboard.Clear();
     be.Click(main->bouton[mv::kCmdEcran]);
     EXPECT_EQ(BoxesWith(Entry(110)), 1);
-    EXPECT_EQ(be.boxes.back().style, 0);
     EXPECT_EQ(app->NbVignettes, 100);
-    EXPECT_EQ(app->NumCapt, 100);
-    EXPECT_EQ(app->VignetteCourante, 100);
     EXPECT_EQ(TempFolderFiles().size(), 100u);
-    EXPECT_FALSE(list->Image1.Exists(101));
-    EXPECT_EQ(main->Caption(), Entry(111) + L"100" + Entry(112));
     EXPECT_TRUE(be.clipboard.hasImage); // the copy is still made
 
     // A deleted number is never given again.
     ClickButton(mv::kCmdSupprimer);
-    ASSERT_EQ(app->NbVignettes, 99);
     ClickButton(mv::kCmdEcran);
     ASSERT_EQ(app->NbVignettes, 100);
-    EXPECT_EQ(app->NumCapt, 101);
     EXPECT_EQ(app->tab.FichierV[100], L"Captprov_" + app->TagHeure + L"101.bmp");
 }
 
@@ -58,7 +47,6 @@ TEST_F(CaptureListTest, DeletingRowThreeOfFiveMovesEverythingButTheStamps) {
     const ui::Rect fenetres[] = {{0, 0, 40, 30}, {}, {0, 0, 30, 60}, {0, 0, 80, 40}, {}};
     for (int n = 1; n <= 5; ++n) {
         be.desktop.screen.Fill(gdi::Rgb(50 * n, 255 - 40 * n, 20 * n));
-        be.desktop.screen.FillRect(0, 0, 10, 10, gdi::Rgb(0, 0, 255));
         main->Labtaille.SetCaption(L"dim" + std::to_wstring(n));
         const ui::Rect& r = fenetres[n - 1];
         if (r.right != 0) {
@@ -67,18 +55,16 @@ TEST_F(CaptureListTest, DeletingRowThreeOfFiveMovesEverythingButTheStamps) {
         } else {
             ClickButton(mv::kCmdEcran);
         }
-        ASSERT_EQ(app->NbVignettes, n);
         be.RunFor(2000);
     }
+    ASSERT_EQ(app->NbVignettes, 5);
     list->Chkmail[4].SetValue(1);
-    list->PictSave[4].SetVisible(true);
 
     // All a row carries but its number, its stamp and its ticks.
     auto ligne = [&](int n) {
         return std::make_tuple(app->tab.HautV[n], app->tab.LargV[n], app->tab.HautFenV[n],
                                app->tab.LargFenV[n], app->tab.DimV[n], app->tab.TypeV[n],
                                app->tab.FichierV[n], rt::Mid(list->Lbldim[n].Caption(), 3),
-                               list->Image1[n].Width(), list->Image1[n].Height(),
                                list->Image1[n].Image());
     };
     std::vector<decltype(ligne(1))> avant(1);
@@ -95,96 +81,62 @@ TEST_F(CaptureListTest, DeletingRowThreeOfFiveMovesEverythingButTheStamps) {
     app->VignetteCourante = 3; // the user picked row 3
     ClickButton(mv::kCmdSupprimer);
     ASSERT_EQ(app->NbVignettes, 4);
-    EXPECT_TRUE(be.boxes.empty());
-    EXPECT_EQ(app->VignetteCourante, 0);
     EXPECT_FALSE(rt::FileExists(fichier3));
     EXPECT_EQ(TempFolderFiles().size(), 4u);
-    EXPECT_FALSE(list->Image1.Exists(5));
-
     for (int n = 1; n <= 4; ++n) {
         EXPECT_TRUE(ligne(n) == avant[n < 3 ? n : n + 1]) << n;
         EXPECT_EQ(list->Lbldim[n].Caption().substr(0, 2), rt::Format(n, L"00"));
-        EXPECT_TRUE(rt::FileExists(TempFile(n))) << n;
-        EXPECT_EQ(list->Image1[n].BorderStyle(), 0) << n;
     }
     EXPECT_TRUE(list->Gimage1[3].Picture() == grandes[4]);
     EXPECT_TRUE(list->Gimage1[4].Picture() == grandes[5]);
-    // The stamps stay at their row numbers, the last one included.
+    // The stamps stay at their row numbers, the last one included; the ticks move.
     for (int n = 1; n <= 5; ++n) EXPECT_EQ(app->tab.Horodatage[n], stamps[n]) << n;
-    EXPECT_EQ(app->tab.FichierV[5], L"");
     EXPECT_EQ(list->Chkmail[3].Value(), 1);
     EXPECT_EQ(list->Chkmail[4].Value(), 0);
-    EXPECT_TRUE(list->PictSave[3].Visible());
-    EXPECT_FALSE(list->PictSave[4].Visible());
-    EXPECT_FLOAT_EQ(list->Image1[3].Top(), list->Image1[2].Top() + 1600);
-    EXPECT_FLOAT_EQ(list->Height(), list->Image1[4].Top() + 1600);
-    EXPECT_EQ(main->Caption(), Entry(111) + L"4" + Entry(112));
-    EXPECT_FALSE(main->Picture2.Visible());
-    EXPECT_FALSE(main->ImgTTscreen.Visible());
+    EXPECT_FALSE(list->Image1.Exists(5));
 }
 
 TEST_F(CaptureListTest, DeletingTheOnlyRowHidesTheListAndDeletingNothingRedoesTheMarks) {
     Start();
     ClickButton(mv::kCmdSupprimer); // empty list, no current capture
     EXPECT_TRUE(be.boxes.empty());
-    EXPECT_EQ(main->Caption(), Entry(111) + L"0" + Entry(113));
 
     ClickButton(mv::kCmdEcran);
-    ASSERT_TRUE(list->Visible());
-    const std::wstring fichier = TempFile(1);
     ClickButton(mv::kCmdSupprimer);
     EXPECT_EQ(app->NbVignettes, 0);
     EXPECT_FALSE(list->Visible());
-    EXPECT_FALSE(rt::FileExists(fichier));
-    EXPECT_EQ(app->tab.FichierV[1], L"");
-    EXPECT_FALSE(list->Image1.Exists(1));
-    EXPECT_FALSE(list->Gimage1.Exists(1));
-    EXPECT_EQ(main->Caption(), Entry(111) + L"0" + Entry(113));
-    EXPECT_FALSE(list->Vscroll1.Enabled());
+    EXPECT_TRUE(TempFolderFiles().empty());
 
     ClickButton(mv::kCmdEcran);
     be.RunFor(1000);
     ClickButton(mv::kCmdEcran);
-    ASSERT_EQ(app->VignetteCourante, 2);
     ASSERT_EQ(list->Image1[2].BorderStyle(), 1);
     list->Lbldim[2].SetCaption(L"07 zz");
-    main->SetCaption(L"other");
-
-    main->SuppVignette(0);
+    // No current capture: nothing deleted, the numbers and the border made again.
+    app->VignetteCourante = 0;
+    ClickButton(mv::kCmdSupprimer);
     EXPECT_EQ(app->NbVignettes, 2);
     EXPECT_EQ(TempFolderFiles().size(), 2u);
-    EXPECT_EQ(app->VignetteCourante, 0);
     EXPECT_EQ(list->Image1[2].BorderStyle(), 0);
     EXPECT_EQ(list->Lbldim[2].Caption(), L"02 zz");
     EXPECT_EQ(main->Caption(), Entry(111) + L"2" + Entry(112));
-
-    ClickButton(mv::kCmdSupprimer); // no current capture: the same, through the command
-    EXPECT_EQ(app->NbVignettes, 2);
-    EXPECT_EQ(TempFolderFiles().size(), 2u);
-    EXPECT_TRUE(be.boxes.empty());
 }
 
 TEST_F(CaptureListTest, DeletingTheTickedCapturesKeepsTheOthersInOrder) {
     Start();
     std::wstring fichiers[5];
     for (int n = 1; n <= 4; ++n) {
-        be.desktop.screen.Fill(gdi::Rgb(60 * n, 0, 0));
         ClickButton(mv::kCmdEcran);
         fichiers[n] = app->tab.FichierV[n];
     }
     be.Click(list->Chkmail[1]);
     be.Click(list->Chkmail[3]);
-    ASSERT_EQ(list->Chkmail[3].Value(), 1);
     be.Click(main->mnufDelCaptCoch);
-    EXPECT_TRUE(be.boxes.empty());
     ASSERT_EQ(app->NbVignettes, 2);
     EXPECT_EQ(app->tab.FichierV[1], fichiers[2]);
     EXPECT_EQ(app->tab.FichierV[2], fichiers[4]);
     EXPECT_EQ(list->Chkmail[1].Value(), 0);
-    EXPECT_EQ(list->Chkmail[2].Value(), 0);
     EXPECT_EQ(TempFolderFiles().size(), 2u);
-    EXPECT_FALSE(rt::FileExists(app->DossierTemp + L"\\" + fichiers[1]));
-    EXPECT_FALSE(rt::FileExists(app->DossierTemp + L"\\" + fichiers[3]));
 }
 
 // A temporary file removed from outside is as good as deleted; the list stays whole.
@@ -201,12 +153,10 @@ TEST_F(CaptureListTest, CaptureWhoseFileVanishedIsDeletedLikeAnyOther) {
     rt::Kill(TempFile(2));
     main->Supprimertout(false);
     EXPECT_EQ(app->NbVignettes, 0);
-    EXPECT_FALSE(list->Image1.Exists(1));
     EXPECT_EQ(TempFolderFiles().size(), 0u);
 
     ClickButton(mv::kCmdEcran);
     EXPECT_EQ(app->NbVignettes, 1);
-    EXPECT_TRUE(list->Image1[1].Visible());
     EXPECT_TRUE(rt::FileExists(TempFile(1)));
     EXPECT_TRUE(be.boxes.empty());
 }
@@ -217,49 +167,29 @@ TEST_F(CaptureListTest, ClearingAllAsksAndCancelKeepsEverything) {
     EXPECT_TRUE(be.boxes.empty());
 
     for (int i = 0; i < 3; ++i) ClickButton(mv::kCmdEcran);
-    ASSERT_EQ(app->NbVignettes, 3);
-    const std::wstring titre = main->Caption();
-
     be.answers.push_back(ui::kCancel);
     ClickButton(mv::kCmdSupprimerTout);
-    ASSERT_EQ(be.boxes.size(), 1u);
-    EXPECT_EQ(be.boxes[0].prompt, Entry(91));
-    EXPECT_EQ(be.boxes[0].style, ui::kOkCancel | ui::kQuestion);
+    EXPECT_EQ(BoxesWith(Entry(91)), 1);
     EXPECT_EQ(app->NbVignettes, 3);
     EXPECT_EQ(TempFolderFiles().size(), 3u);
-    EXPECT_TRUE(list->Visible());
-    EXPECT_EQ(main->Caption(), titre);
-    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 1);
 
-    // The periodic engine clears without asking and keeps the caption and reduced mode.
+    // The periodic engine clears without asking and keeps the reduced mode.
     app->ModeReduit = true;
     main->Supprimertout(false);
     EXPECT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(app->NbVignettes, 0);
     EXPECT_TRUE(TempFolderFiles().empty());
-    EXPECT_EQ(main->Caption(), titre);
     EXPECT_TRUE(app->ModeReduit);
-    app->ModeReduit = false;
 
+    // OK clears everything and leaves the reduced mode; numbers go on from where they were.
     ClickButton(mv::kCmdEcran);
     ClickButton(mv::kCmdEcran);
-    ASSERT_EQ(app->NbVignettes, 2);
-    app->ModeReduit = true;
-    ClickButton(mv::kCmdSupprimerTout); // OK
+    ClickButton(mv::kCmdSupprimerTout);
     EXPECT_EQ(be.boxes.size(), 2u);
     EXPECT_EQ(app->NbVignettes, 0);
     EXPECT_TRUE(TempFolderFiles().empty());
-    for (int i = 1; i <= 100; ++i) EXPECT_EQ(app->tab.FichierV[i], L"") << i;
-    EXPECT_FALSE(list->Image1.Exists(1));
     EXPECT_FALSE(list->Visible());
-    EXPECT_EQ(main->Caption(), Entry(123));
-    EXPECT_EQ(main->bouton[mv::kCmdListe].BorderStyle(), 0);
     EXPECT_FALSE(app->ModeReduit);
-    EXPECT_FALSE(main->Picture2.Visible());
-    EXPECT_FALSE(main->ImgTTscreen.Visible());
-
-    // Numbers go on from where they were.
-    EXPECT_EQ(app->NumCapt, 5);
     ClickButton(mv::kCmdEcran);
     EXPECT_TRUE(EndsWith(app->tab.FichierV[1], L"06.bmp"));
 }
@@ -270,21 +200,17 @@ TEST_F(CaptureListTest, SameCaptureAgainFollowsTheKindOfTheLastCapture) {
     ClickButton(mv::kCmdRafraichir); // nothing to repeat yet
     EXPECT_EQ(BoxesWith(Entry(58)), 1);
     EXPECT_FALSE(main->TimPeriod.Enabled());
-    EXPECT_EQ(app->NbVignettes, 0);
 
     ClickButton(mv::kCmdEcran);
     ClickButton(mv::kCmdRafraichir); // a new whole-screen row, no zone asked for
     ASSERT_EQ(app->NbVignettes, 2);
     EXPECT_EQ(app->tab.TypeV[2], L"e");
-    EXPECT_EQ(list->Lbldim[2].Caption(), L"02 " + Entry(109));
     EXPECT_FALSE(app->full->Visible());
-    EXPECT_EQ(BoxesWith(Entry(58)), 1);
 
     SetForeground({10, 10, 60, 40});
     ClickButton(mv::kCmdFenetre);
     ClickButton(mv::kCmdRafraichir);
     ASSERT_EQ(app->NbVignettes, 4);
-    EXPECT_EQ(app->tab.TypeV[4], L"f");
     EXPECT_EQ(list->Lbldim[4].Caption(), L"04/  50 x 30");
 
     // A zone was validated once (Picture1's size is remembered), then a whole-screen
@@ -295,35 +221,26 @@ TEST_F(CaptureListTest, SameCaptureAgainFollowsTheKindOfTheLastCapture) {
     ClickButton(mv::kCmdZone);
     be.KeyDown(*app->full, 27, 0); // Escape
     ASSERT_EQ(app->TypeCapt, L"z");
-    main->TimPeriod.SetEnabled(true);
     ClickButton(mv::kCmdRafraichir);
     EXPECT_EQ(BoxesWith(Entry(58)), 2);
-    EXPECT_FALSE(main->TimPeriod.Enabled());
     EXPECT_EQ(app->NbVignettes, 5);
 }
 
 TEST_F(CaptureListTest, SameZoneAgainIsCutFromAFreshGrabOnePixelInside) {
     Start();
     ValidatedZone(20, 10, 40, 30);
-    ASSERT_EQ(app->NbVignettes, 1);
     be.Click(main->Mnumulti);
     ASSERT_TRUE(main->Mnumulti.Checked());
 
     be.desktop.screen = Motif(160, 120);
     ClickButton(mv::kCmdRafraichir);
     ASSERT_EQ(app->NbVignettes, 2);
-    EXPECT_EQ(app->tab.TypeV[2], L"z");
     EXPECT_EQ(app->tab.DimV[2], L"40 x 30");
-    EXPECT_EQ(list->Lbldim[2].Caption(), L"02/  40 x 30");
     const gdi::Surface attendu = ScreenPart({21, 11, 61, 41});
     EXPECT_TRUE(gdi::LoadBmp(TempFile(2)) == attendu);
-    EXPECT_TRUE(main->Picture2S.Picture() == attendu);
     EXPECT_TRUE(be.clipboard.image == attendu);
+    // Taking it ends the multi-selection.
     EXPECT_FALSE(main->Mnumulti.Checked());
-    EXPECT_EQ(main->bouton[mv::kCmdMulti].BorderStyle(), 0);
-    EXPECT_TRUE(main->Picture2.Visible());
-    EXPECT_FALSE(main->Picture1.Visible());
-    EXPECT_FALSE(main->ImgTTscreen.Visible());
     EXPECT_TRUE(be.boxes.empty());
 }
 

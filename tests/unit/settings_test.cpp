@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -54,29 +55,22 @@ protected:
         return StartAnother(reponses);
     }
 
-    // The run asked the repair question; with Yes it wrote the repair file and said so.
-    void AttendreReparation(Run& l, int reponse, const std::string& avant) {
-        EXPECT_TRUE(l.ended);
-        EXPECT_EQ(l.be.lastError, 0);
-        ASSERT_GE(l.be.boxes.size(), 1u);
-        EXPECT_EQ(l.be.boxes[0].prompt, Entry(125));
-        EXPECT_EQ(l.be.boxes[0].style, 4 + 32);
-        if (reponse == ui::kNo) {
-            EXPECT_EQ(l.be.boxes.size(), 1u);
-            EXPECT_EQ(Lire(), avant);
-            return;
-        }
-        ASSERT_EQ(l.be.boxes.size(), 2u);
-        EXPECT_EQ(l.be.boxes[1].prompt, Entry(126));
-        EXPECT_EQ(l.be.boxes[1].style, 64);
-        EXPECT_EQ(Lire(), kReparation + "\r\n" + Personal() + "\r\n");
-    }
-
-    // Starts on the given content, answers the repair question.
+    // Starts on the given content: the run asks the repair question and ends; No leaves the
+    // file as it was, Yes writes the repair file and says so.
     void AttendreReparation(const std::string& contenu, int reponse) {
         Ecrire(contenu);
         auto l = Lancer({reponse});
-        AttendreReparation(*l, reponse, contenu);
+        EXPECT_TRUE(l->ended);
+        EXPECT_EQ(l->be.lastError, 0);
+        ASSERT_GE(l->be.boxes.size(), 1u);
+        EXPECT_EQ(l->be.boxes[0].prompt, Entry(125));
+        if (reponse == ui::kNo) {
+            EXPECT_EQ(Lire(), contenu);
+        } else {
+            ASSERT_EQ(l->be.boxes.size(), 2u);
+            EXPECT_EQ(l->be.boxes[1].prompt, Entry(126));
+            EXPECT_EQ(Lire(), kReparation + "\r\n" + Personal() + "\r\n");
+        }
     }
 
     // Starts on the given content, which must read without the repair question.
@@ -95,56 +89,23 @@ protected:
     }
 };
 
-TEST_F(SettingsTest, FirstRunWritesTheDefaultFileAndTheNextStartReadsIt) {
-    auto l = Lancer();
-    EXPECT_FALSE(l->ended);
-    EXPECT_TRUE(l->be.boxes.empty());
-    // Line 2 at first run is the Personal folder without padding.
-    EXPECT_EQ(Lire(), kPremiere + "\r\n" + Personal() + "\r\n");
-
-    for (int run = 0; run < 2; ++run) {
-        SCOPED_TRACE(run);
-        const mv::Params& p = l->app->params;
-        EXPECT_EQ(p.LigneParams, Large(kPremiere));
-        EXPECT_EQ(p.ToucheDoubleH, L'Y');
-        EXPECT_EQ(p.QualiteJpeg, 70);
-        EXPECT_EQ(p.PrefixeNom, L"Capt");
-        EXPECT_DOUBLE_EQ(p.Tempo, 0.1);
-        EXPECT_EQ(p.LargSel, L"0420");
-        EXPECT_EQ(p.EditeurNom, L"mspaint.exe");
-        EXPECT_EQ(p.DossierEnregCourt, rt::FromUtf8(Personal()));
-        EXPECT_EQ(p.DossierTemp, UserFolder() + L"\\tempocapt");
-        EXPECT_EQ(l->app->main->TimPeriod.Interval(), 10000);
-        l = Lancer();
-        EXPECT_FALSE(l->ended);
-        EXPECT_TRUE(l->be.boxes.empty());
-    }
-}
-
-TEST_F(SettingsTest, ShortFirstLineReadsZerosAndBlanksAndMemoZoneOffLeavesTheFileAtExit) {
+// A short line 1 reads blanks and zeros past its end. A blank hotkey is no hotkey: ten
+// seconds of key timer fire nothing, and the keys that remain still work.
+TEST_F(SettingsTest, ShortFirstLineReadsBlanksAndItsBlankHotkeysFireNothing) {
     const std::string contenu = kPremiere.substr(0, 104) + "\r\nD:\\Captures\r\n";
     auto l = LireSansMessage(contenu);
     const mv::Params& p = l->app->params;
     EXPECT_EQ(p.LigneParams, Large(kPremiere.substr(0, 104)) + rt::Space(196));
-    EXPECT_EQ(p.ToucheFenetre, L'F');
     EXPECT_EQ(p.ToucheDoubleH, L' ');
     EXPECT_EQ(p.QualiteJpeg, 0);
-    EXPECT_EQ(p.PrefixeNom, L"    ");
     EXPECT_EQ(p.MemoZone, 0);
-    EXPECT_EQ(p.PreAffZone, 0);
-    EXPECT_DOUBLE_EQ(p.Tempo, 0);
-    EXPECT_EQ(p.SansCopieAuto, L"0");
-    EXPECT_EQ(p.EditeurNom, L"");
-    EXPECT_EQ(p.DossierEnregCourt, L"D:\\Captures");
     EXPECT_EQ(l->app->main->TimPeriod.Interval(), 0);
-    // A blank hotkey is no hotkey: ten seconds of key timer show no box, and the keys
-    // that remain still fire.
     l->be.RunFor(10000);
     EXPECT_TRUE(l->be.boxes.empty());
     EXPECT_EQ(l->app->NbVignettes, 0);
     ::Chord(l->be, *l->app, {ui::kKeyControl, 'E'});
     EXPECT_EQ(l->app->NbVignettes, 1);
-    EXPECT_TRUE(l->be.boxes.empty());
+    // With the zone not remembered, the exit leaves the file as it was.
     l->app->main->SuppVignette(1); // quit without the question of unsaved captures
     Quitter(*l);
     EXPECT_EQ(Lire(), contenu);
@@ -157,12 +118,10 @@ TEST_F(SettingsTest, OneLineOrEmptyFileAsksForRepairAndNoLeavesItUntouched) {
         AttendreReparation(contenu, ui::kNo);
         AttendreReparation(contenu, ui::kYes);
     }
-    // The repaired file reads without a question, with its two differences.
+    // The repaired file reads without a question.
     auto l = Lancer();
     EXPECT_TRUE(l->be.boxes.empty());
     EXPECT_EQ(l->app->params.ToucheDoubleH, L'2');
-    EXPECT_EQ(l->app->params.PreAffZone, 0);
-    EXPECT_EQ(l->app->params.DossierEnregCourt, rt::FromUtf8(Personal()));
 }
 
 TEST_F(SettingsTest, FieldsThatCannotBeReadAskForRepair) {
@@ -182,46 +141,41 @@ TEST_F(SettingsTest, FieldsThatCannotBeReadAskForRepair) {
     // A path keeps the blanks up to the length of the text before the five blanks.
     l = LireSansMessage(Avec(131, R"(C:\Program Files\Ed\ed.exe)") + ligne2);
     EXPECT_EQ(l->app->params.EditeurNom, L"ed.exe" + rt::Space(20));
-    l = LireSansMessage(Avec(131, "my editor.exe") + ligne2);
-    EXPECT_EQ(l->app->params.EditeurNom, L"my editor.exe");
     // A letter prefix stops the quality number; E without digits is no exponent.
     l = LireSansMessage(Avec(110, "9Exyz") + ligne2);
     EXPECT_EQ(l->app->params.QualiteJpeg, 90);
     EXPECT_EQ(l->app->params.PrefixeNom, L"Exyz");
 }
 
+// The first run writes the default line (a Wine check reads it too); at exit it takes the
+// overlay's rectangle size in four characters.
 TEST_F(SettingsTest, RectangleSizeIsRememberedAtExitInFourCharacters) {
-    // Never opened, the overlay's rectangle has its design size.
     auto l = Lancer();
+    EXPECT_TRUE(l->be.boxes.empty());
+    EXPECT_EQ(Lire(), kPremiere + "\r\n" + Personal() + "\r\n");
+    // Never opened, the overlay's rectangle has its design size.
     Quitter(*l);
     EXPECT_EQ(Lire(), Avec(93, " 420 260") + "\r\n" + Personal() +
                           std::string(300 - Personal().size(), ' ') + "\r\n");
 
-    l = Lancer();
-    l->app->full->Load();
-    l->app->full->rectsel.Move(0, 0, 1280 * 15, 260 * 15);
-    Quitter(*l);
-    l = Lancer();
-    EXPECT_EQ(l->app->params.LargSel, L" 128");
-    EXPECT_EQ(l->app->params.HautSel, L" 260");
-    EXPECT_EQ(rt::Val(l->app->params.LargSel), 128.0);
-
-    // A shorter text replaces only its own characters; a fraction is cut with the rest.
-    l->app->full->Load();
-    l->app->full->rectsel.Move(0, 0, 50 * 15, 5000);
-    Quitter(*l);
-    l = Lancer();
-    EXPECT_EQ(l->app->params.LargSel, L" 508");
-    EXPECT_EQ(l->app->params.HautSel, L" 333");
+    // Four characters: 1280 is cut to " 128"; then " 50" replaces only its own three, and a
+    // fraction is cut with the rest.
+    for (auto [largeur, haut, attendue, attendu] :
+         {std::tuple{1280 * 15, 260 * 15, L" 128", L" 260"}, {50 * 15, 5000, L" 508", L" 333"}}) {
+        l = Lancer();
+        l->app->full->Load();
+        l->app->full->rectsel.Move(0, 0, float(largeur), float(haut));
+        Quitter(*l);
+        l = Lancer();
+        EXPECT_EQ(l->app->params.LargSel, attendue);
+        EXPECT_EQ(l->app->params.HautSel, attendu);
+    }
 }
 
 TEST_F(SettingsTest, SaveFolderLineIsReadPaddedOrNotAndSavOptionsWritesDossierPerso) {
     auto l = LireSansMessage(kPremiere + "\r\nD:\\My  Pictures\\Shots\r\n");
     EXPECT_EQ(l->app->params.DossierEnregCourt, L"D:\\My");
     EXPECT_EQ(l->app->params.DossierEnreg, L"D:\\My  Pictures\\Shots" + rt::Space(279));
-
-    l = LireSansMessage(kPremiere + "\r\nD:\\Captures" + std::string(289, ' ') + "\r\n");
-    EXPECT_EQ(l->app->params.DossierEnregCourt, L"D:\\Captures");
     l = LireSansMessage(kPremiere + "\r\n\r\n");
     EXPECT_EQ(l->app->params.DossierEnregCourt, L"");
 
@@ -240,69 +194,32 @@ TEST_F(SettingsTest, SaveFolderLineIsReadPaddedOrNotAndSavOptionsWritesDossierPe
     EXPECT_EQ(l->app->params.DossierEnregCourt, L"D:\\Captures");
 }
 
+// A Wine check starts on a Polish and an English system; here the per-user folder has a
+// name outside any single-byte code page, and any folder with a lost character falls back.
 TEST_F(SettingsTest, FolderNamesTravelInTheSystemCodePage) {
-    // The per-user folder has a name outside any single-byte code page.
     const std::filesystem::path appData = root / "Zo\xC3\xAB \xE6\xBC\xA2\xE5\xAD\x97" / "AppData";
     std::filesystem::create_directories(appData);
     be.shell.folders[L"AppData"] = rt::FromUtf8(appData.string());
-    {
-        // On a Central European system, Ł has a byte: the folder comes back whole.
-        ScopedAnsiPage page(CentralEuropeanPage());
-        be.shell.folders[L"Personal"] = L"C:\\Users\\\u0141ukasz";
-        auto l = Lancer();
-        EXPECT_TRUE(l->be.boxes.empty());
-        EXPECT_EQ(Lire(), kPremiere + "\r\nC:\\Users\\\xA3ukasz\r\n");
-        l = Lancer();
-        EXPECT_TRUE(l->be.boxes.empty());
-        EXPECT_EQ(l->app->params.DossierEnregCourt, L"C:\\Users\\\u0141ukasz");
-        rt::Kill(Fichier());
-    }
     // In Windows-1252: é has a byte, 漢字 has not, € is byte 0x80.
     const std::wstring perso = L"C:\\Users\\Zo\u00EB\\\u6F22\u5B57 \u20AC";
     be.shell.folders[L"Personal"] = perso;
     const std::wstring message = Entry(272) + L"\r\n\r\n" + perso;
     auto l = Lancer();
-    EXPECT_TRUE(std::filesystem::is_regular_file(appData / "Mirovanta" / "params.txt"));
     // The file gets '?' for them; the run itself keeps the whole name and says so.
     EXPECT_EQ(Lire(), kPremiere + "\r\nC:\\Users\\Zo\xEB\\?? \x80\r\n");
     ASSERT_EQ(l->be.boxes.size(), 1u);
     EXPECT_EQ(l->be.boxes[0].prompt, message);
-    EXPECT_EQ(l->be.boxes[0].style, ui::kExclamation);
     EXPECT_EQ(l->app->params.DossierEnregCourt, perso);
-    // The next start finds '?' in the file: the Personal folder, and the same single box.
-    l = Lancer();
-    ASSERT_EQ(l->be.boxes.size(), 1u);
-    EXPECT_EQ(l->be.boxes[0].prompt, message);
-    EXPECT_EQ(l->app->params.DossierEnregCourt, perso);
-    EXPECT_EQ(
-        rt::Left(l->app->params.DossierEnreg, rt::InStr(l->app->params.DossierEnreg, L"  ") - 1),
-        perso);
-    // Any folder with a lost character gives way to the Personal folder.
+    // Any folder with a lost character gives way to the Personal folder, with the same box.
     l = LireSansMessage(kPremiere + "\r\nD:\\Caf?\r\n");
     EXPECT_EQ(l->app->params.DossierEnregCourt, perso);
-    EXPECT_EQ(l->be.boxes.size(), 1u);
-
-    l = LireSansMessage(Avec(131, "C:\\\xC9"
-                                  "diteurs\\peint.exe") +
-                        "\r\nD:\\\r\n");
-    EXPECT_EQ(l->app->params.Editeur.substr(0, 12), L"C:\\\u00C9diteurs\\");
-    EXPECT_EQ(l->app->params.EditeurNom, L"peint.exe" + rt::Space(12));
+    ASSERT_EQ(l->be.boxes.size(), 1u);
+    EXPECT_EQ(l->be.boxes[0].prompt, message);
 }
 
 TEST_F(SettingsTest, DamagedFilesAskForRepairOrReadByTheLineRules) {
-    // Binary garbage without a carriage return is one line: line 2 is missing.
-    std::string garbage;
-    uint32_t x = 12345;
-    for (int i = 0; i < 5000; ++i) {
-        x = x * 1103515245u + 12345u;
-        const char c = char(x >> 24);
-        garbage += c == '\r' ? '\0' : c;
-    }
-    AttendreReparation(garbage, ui::kNo);
-    // A lone line feed does not end a line either.
+    // A lone line feed does not end a line: line 2 is missing.
     AttendreReparation(kPremiere + "\nD:\\Captures\n", ui::kNo);
-    // Ten thousand characters with no five blanks in the editor columns.
-    AttendreReparation(std::string(10000, 'Q') + "\r\nD:\\Captures\r\n", ui::kYes);
 
     // A long line is cut at 300 characters; carriage returns alone end lines.
     auto l = LireSansMessage(kPremiere + std::string(9700, 'Q') + "\r\nD:\\Captures\r\n");
@@ -313,11 +230,6 @@ TEST_F(SettingsTest, DamagedFilesAskForRepairOrReadByTheLineRules) {
     // Text after line 2 and NUL bytes are read like any other.
     l = LireSansMessage(kPremiere + "\r\nD:\\Cap\0tures\r\n\r\nmore\r\n"s);
     EXPECT_EQ(l->app->params.DossierEnregCourt, std::wstring(L"D:\\Cap\0tures", 12));
-    // A line feed inside line 1 is a character: every column moves one to the right.
-    l = LireSansMessage("\n" + kPremiere + "\r\nD:\\Captures\r\n");
-    EXPECT_EQ(l->app->params.ToucheZone, L'0');
-    EXPECT_EQ(l->app->params.ToucheMemeZone, L'Z');
-    EXPECT_EQ(l->app->main->TimPeriod.Interval(), 1000);
 }
 
 TEST_F(SettingsTest, SavOptionsThatCannotWriteAsksForRepair) {
@@ -331,14 +243,11 @@ TEST_F(SettingsTest, SavOptionsThatCannotWriteAsksForRepair) {
     EXPECT_THROW(mv::SavOptions(*l1->app), headless::ProgramEnded);
     ASSERT_EQ(l1->be.boxes.size(), 1u);
     EXPECT_EQ(l1->be.boxes[0].prompt, Entry(125));
-    EXPECT_EQ(l1->be.boxes[0].style, 36);
-    EXPECT_TRUE(rt::DirExists(Fichier()));
 
     // At exit, Yes fails to delete it; the exit ignores that error and ends.
     l2->be.answers.push_back(ui::kYes);
     Quitter(*l2);
     ASSERT_EQ(l2->be.boxes.size(), 1u);
-    EXPECT_EQ(l2->be.boxes[0].prompt, Entry(125));
     EXPECT_TRUE(rt::DirExists(Fichier()));
 }
 

@@ -1,6 +1,5 @@
 // The schedule dialog and the slow and burst engines on the virtual clock.
 #include "app_fixture.h"
-#include "platform/gdi/bmp.h"
 #include "runtime/strings.h"
 #include "timed/FrmChrono.h"
 #include "timed/timed.h"
@@ -56,31 +55,22 @@ protected:
     MidnightTest() { debut = {2026, 11, 15, 23, 59, 0, 0}; }
 };
 
-TEST_F(TimedTest, DialogFillsCarriesWrapsAndRefuses) {
+TEST_F(TimedTest, DialogCarriesWrapsAndRefuses) {
     // A schedule repeats a zone: none yet after a whole-screen capture.
     app->TypeCapt = L"e";
     Ouvrir();
     EXPECT_EQ(BoxesWith(Entry(33)), 1);
     EXPECT_FALSE(app->chrono->IsLoaded());
     app->TypeCapt = L"z";
-
-    std::ofstream(dossier / "old.bmp") << "x";
     mv::FrmChrono& c = Ouvrir();
-    EXPECT_EQ(BoxesWith(Entry(255) + app->params.DossierEnregCourt + Entry(260)), 1);
-    const wchar_t* attendus[] = {L"14", L"05", L"10", L"14", L"06",
-                                 L"10", L"00", L"00", L"10", L"0000"};
-    for (int i = 1; i <= 10; ++i) EXPECT_EQ(c.Txtchrono[i].Text(), attendus[i - 1]) << i;
-    EXPECT_EQ(c.LabChangt.Caption(), Entry(233));
 
-    // 60 carries into the field before it, across rows and out of field 1 into element 0;
-    // 75 stays; the milliseconds above 1000 read 0000.
+    // 60 carries into the field before it, out of field 1 into element 0; the milliseconds
+    // above 1000 read 0000.
     c.Txtchrono[4].SetText(L"60");
     EXPECT_EQ(c.Txtchrono[4].Text(), L"00");
     EXPECT_EQ(c.Txtchrono[3].Text(), L"11");
     c.Txtchrono[1].SetText(L"60");
     EXPECT_EQ(c.Txtchrono[0].Text(), L"01");
-    c.Txtchrono[5].SetText(L"75");
-    EXPECT_EQ(c.Txtchrono[5].Text(), L"75");
     c.Txtchrono[10].SetText(L"1200");
     EXPECT_EQ(c.Txtchrono[10].Text(), L"0000");
 
@@ -91,24 +81,13 @@ TEST_F(TimedTest, DialogFillsCarriesWrapsAndRefuses) {
     c.Txtchrono[10].SetText(L"0001");
     be.Click(c.CdeChronoM[10]);
     EXPECT_EQ(c.Txtchrono[10].Text(), L"1000");
-    be.Click(c.CdeChronoP[10]);
-    EXPECT_EQ(c.Txtchrono[10].Text(), L"0001");
     c.Txtchrono[1].SetText(L"23");
     be.Click(c.CdeChronoP[1]);
     EXPECT_EQ(c.Txtchrono[1].Text(), L"00");
-    c.Txtchrono[9].SetText(L"59");
-    be.Click(c.CdeChronoP[9]); // 60 carries into the minutes
-    EXPECT_EQ(c.Txtchrono[9].Text(), L"00");
-    EXPECT_EQ(c.Txtchrono[8].Text(), L"01");
 
-    // A number of images clears the end time; a zero period shows the burst notice, which
-    // stays.
+    // A number of images clears the end time.
     c.TxtNbImg.SetText(L"5");
     for (int i = 4; i <= 6; ++i) EXPECT_EQ(c.Txtchrono[i].Text(), L"00");
-    c.Txtchrono[8].SetText(L"00");
-    EXPECT_EQ(c.LabChangt.Caption(), Entry(253));
-    c.Txtchrono[9].SetText(L"05");
-    EXPECT_EQ(c.LabChangt.Caption(), Entry(253));
 
     // A start later than the end with no count is refused, as text: across midnight too.
     c.Txtchrono[1].SetText(L"14");
@@ -118,54 +97,15 @@ TEST_F(TimedTest, DialogFillsCarriesWrapsAndRefuses) {
     EXPECT_EQ(BoxesWith(Entry(194)), 1);
     EXPECT_FALSE(main->TimerLngPerio.Enabled());
     // A period of zero is a burst whose timer never ticks.
-    c.TxtNbImg.SetText(L"3");
     Plan(c, 0, 0, 0, 0, L"3", 0);
     be.Click(c.CdeOk);
     EXPECT_FALSE(c.Timrapid.Enabled());
     be.RunFor(2000);
-    EXPECT_TRUE(Fichiers(".bmp") == std::vector<std::string>{"old.bmp"});
-}
-
-TEST_F(TimedTest, SlowRunSavesEachImageEmptiesTheListAtTenAndStopsOnTheCount) {
-    mv::FrmChrono& c = Ouvrir();
-    Plan(c, 0, 0, 1, 500, L"12", 3);
-    be.Click(c.CdeOk);
-    ASSERT_TRUE(main->TimerLngPerio.Enabled());
-    EXPECT_TRUE(main->MnuCaptper.Checked());
-    EXPECT_EQ(main->bouton[mv::kCmdRafraichirTim].BorderStyle(), 1);
-    EXPECT_EQ(c.WindowState(), ui::kMinimized);
-
-    // The first image one whole second after the first tick (the half second is dropped).
-    be.RunFor(950);
-    EXPECT_EQ(app->NbImgFaites, 0);
-    EXPECT_NE(c.Caption().find(Entry(232)), std::wstring::npos);
-    be.RunFor(300);
-    EXPECT_EQ(app->NbImgFaites, 1);
-    // The zone before the run and the first image, saved as they come.
-    EXPECT_EQ(Fichiers(".png").size(), 2u);
     EXPECT_TRUE(Fichiers(".bmp").empty());
-
-    // Ten kept captures, all saved, leave the list; the count goes on.
-    ASSERT_TRUE(be.RunUntil([&] { return app->NbImgFaites >= 10; }, 15000));
-    EXPECT_EQ(app->NbVignettes, 1);
-    ASSERT_TRUE(be.RunUntil([&] { return app->NbImgFaites >= 12; }, 5000));
-    EXPECT_EQ(c.Labcpt.Caption(), L" 12 images");
-    EXPECT_EQ(app->NbVignettes, 3);
-    // The stop on the next tick: every capture saved, the indicators cleared.
-    be.RunFor(1200);
-    EXPECT_EQ(app->NbImgFaites, 12);
-    EXPECT_FALSE(main->TimerLngPerio.Enabled());
-    EXPECT_FALSE(main->MnuCaptper.Checked());
-    EXPECT_EQ(main->bouton[mv::kCmdRafraichirTim].BorderStyle(), 0);
-    EXPECT_TRUE(c.Timer1.Enabled());
-    EXPECT_EQ(Fichiers(".png").size(), 13u);
-    // Each image is the zone of the screen, one pixel inside, as it was then.
-    const gdi::Surface attendu = ScreenPart({21, 11, 61, 41});
-    EXPECT_TRUE(gdi::LoadBmp(rt::FromUtf8((dossier / Fichiers(".png").back()).string())) ==
-                attendu);
 }
 
-// A long run: the list and the temporary folder stay small, and every image is on disk.
+// A long run (a Wine check runs a short one in PNG): past ten kept captures the list
+// empties, the temporary folder stays small, every image is on disk and the count stops it.
 TEST_F(TimedTest, FiveHundredSlowCapturesKeepTheFolderSmallAndSaveEveryImage) {
     mv::FrmChrono& c = Ouvrir();
     Plan(c, 0, 0, 1, 0, L"500", 0);
@@ -182,7 +122,7 @@ TEST_F(TimedTest, FiveHundredSlowCapturesKeepTheFolderSmallAndSaveEveryImage) {
     EXPECT_EQ(Fichiers(".bmp").size(), 501u);
 }
 
-TEST_F(TimedTest, SlowRunEndsOnceOnAFailingSaveOrAPastEndAndCrossesMidnight) {
+TEST_F(TimedTest, SlowRunEndsOnceOnAFailingSaveOrAPastEnd) {
     // The save folder is gone: one box, the run ends, the capture stays in the list.
     mv::FrmChrono& c = Ouvrir();
     Plan(c, 0, 0, 1, 0, L"", 1);
@@ -222,7 +162,6 @@ TEST_F(TimedTest, BurstWritesConvertsAndRemovesOnlyItsOwnBitmaps) {
     Plan(c, 0, 0, 0, 100, L"5", 1);
     be.Click(c.CdeOk);
     ASSERT_TRUE(c.Timrapid.Enabled());
-    EXPECT_EQ(c.Timrapid.Interval(), 100);
     // The format is fixed at the start.
     c.OptSav[3].SetValue(true);
     be.RunFor(650);
@@ -232,12 +171,6 @@ TEST_F(TimedTest, BurstWritesConvertsAndRemovesOnlyItsOwnBitmaps) {
     ASSERT_EQ(jpg.size(), 5u);
     // The prefix, the time and a three-digit count.
     EXPECT_EQ(jpg[0], rt::ToUtf8(app->params.PrefixeNom) + "_140510_001.jpg");
-    EXPECT_TRUE(Fichiers(".bmp") == std::vector<std::string>{"mine.bmp"});
-    EXPECT_TRUE(Fichiers(".png").empty());
-    // Straight from the desktop, the zone itself.
-    EXPECT_TRUE(gdi::LoadBmp(rt::FromUtf8((dossier / jpg[4]).string())) ==
-                ScreenPart({20, 10, 60, 40}));
-    EXPECT_EQ(c.Labcpt.Caption(), L"5 images");
 
     // Into a folder that went away: one message, the run ends.
     Dossier(rt::FromUtf8((root / "gone").string()));
@@ -245,7 +178,6 @@ TEST_F(TimedTest, BurstWritesConvertsAndRemovesOnlyItsOwnBitmaps) {
     be.RunFor(1000);
     EXPECT_FALSE(c.Timrapid.Enabled());
     EXPECT_EQ(be.boxes.back().prompt.find(Entry(277)), 0u);
-    EXPECT_EQ(BoxesWith(L"0" + Entry(254) + app->params.DossierEnregCourt), 0);
 
     // Stop ends a burst through its own end: the message and the clean-up.
     Dossier(rt::FromUtf8(dossier.string()));
@@ -255,7 +187,6 @@ TEST_F(TimedTest, BurstWritesConvertsAndRemovesOnlyItsOwnBitmaps) {
     be.RunFor(250);
     be.Click(c.CdeStopper);
     EXPECT_FALSE(c.Timrapid.Enabled());
-    EXPECT_EQ(BoxesWith(L"2" + Entry(254) + app->params.DossierEnregCourt), 1);
     EXPECT_EQ(Fichiers(".gif").size(), 2u);
     EXPECT_TRUE(Fichiers(".bmp") == std::vector<std::string>{"mine.bmp"});
 }
@@ -279,7 +210,6 @@ TEST_F(TimedTest, PlainPeriodicTimerAndAutomaticSave) {
 
     // Automatic save: each new capture, and only the newest, is saved as it comes.
     be.Click(main->MnuEnAuto);
-    EXPECT_EQ(BoxesWith(Entry(135)), 1);
     Zone(30, 20, gdi::Rgb(200, 0, 0));
     Zone(30, 20, gdi::Rgb(0, 200, 0));
     EXPECT_EQ(Fichiers(".jpg").size(), 12u);
