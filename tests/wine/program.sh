@@ -95,11 +95,13 @@ _mv_overlay() {
 # mv_open_overlay: Control+Z, then waits for the overlay to slide in. The cursor of the
 # key press is stamped into the frozen screen: it is kept near the right edge, 300 pixels
 # down, clear of the zones that the checks compare.
+# mv_patience: seconds to wait for a grab, more on big screens (a second a megapixel).
+mv_patience() { echo $((15 + WH_SCREEN_W * WH_SCREEN_H / 1000000)); }
 mv_open_overlay() {
     sleep 0.5
     wh_mouse_move $((WH_SCREEN_W - 40)) 300
     wh_key_hold "$MAIN" ctrl+z 0.4 || return 1
-    wh_wait_for "the overlay" 15 mv_overlay_wid || return 1
+    wh_wait_for "the overlay" "$(mv_patience)" mv_overlay_wid || return 1
     sleep 1 # sliding in
 }
 
@@ -107,7 +109,7 @@ mv_open_overlay() {
 # artifacts as NAME.bmp.
 mv_nth_capture() { [ "$(temp_files | wc -l)" -ge "$1" ]; }
 mv_new_capture() {
-    wh_wait_for "capture $1" 15 mv_nth_capture "$1" || { wh_screenshot "no-capture-$1.png"; return 1; }
+    wh_wait_for "capture $1" "$(mv_patience)" mv_nth_capture "$1" || { wh_screenshot "no-capture-$1.png"; return 1; }
     sleep 0.5
     local newest # the folder's name may hold spaces
     newest=$(find "$APPDATA" -name 'Captprov_*.bmp' -printf '%T@ %p\n' | sort -n | tail -1)
