@@ -7,7 +7,6 @@
 #include "test_util.h"
 
 #include <map>
-#include <set>
 
 namespace {
 
@@ -37,31 +36,6 @@ TEST_F(TipTest, TheSettingAndTheSidePanels) {
     ASSERT_TRUE(app->aidfv->Visible());
     Chord({ui::kKeyControl, 'E'});
     EXPECT_FALSE(app->aidfn->IsLoaded() || app->aidfv->IsLoaded());
-}
-
-// Tips come from the language file, at random; with none the text stays; standby takes the
-// tip away.
-TEST_F(TipTest, TipsAreDrawnFromTheLanguageFile) {
-    StartMarked();
-    ASSERT_TRUE(Tip().Visible());
-    const auto& astuces = app->lang.TabBulles;
-    std::set<int32_t> vues;
-    for (int k = 0; k < 200; ++k) {
-        const int32_t n = Tip().AstuceCourante;
-        ASSERT_GE(n, 1);
-        ASSERT_LE(n, int32_t(astuces.size()));
-        EXPECT_EQ(Tip().lblTipText.Caption(), astuces[size_t(n - 1)]);
-        vues.insert(n);
-        be.Click(Tip().cmdNextTip);
-    }
-    EXPECT_GT(vues.size(), astuces.size() / 2);
-
-    const std::wstring avant = Tip().lblTipText.Caption();
-    app->lang.TabBulles.clear();
-    be.Click(Tip().cmdNextTip);
-    EXPECT_EQ(Tip().lblTipText.Caption(), avant);
-    ui::Dispatch(be, [&] { main->Mnured2_Click(); });
-    EXPECT_FALSE(Tip().IsLoaded());
 }
 
 // ---- the illustrated help

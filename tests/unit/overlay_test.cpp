@@ -164,30 +164,6 @@ TEST_F(OverlayTest, ACommandInsideTheWaitOfAnotherDoesNotNest) {
     EXPECT_TRUE(F().Visible());
 }
 
-TEST_F(OverlayTest, TheCursorIsStampedOnlyForAHotkeySession) {
-    Start();
-    gdi::IconImage icone;
-    icone.width = icone.height = 2;
-    icone.color.assign(4, 0xFF0000);
-    icone.mask.assign(4, 0);
-    be.cursor.images[0x4321] = icone;
-    app->CurseurCapt = 0x4321;
-    app->CurseurXClavier = 50;
-    app->CurseurYClavier = 60;
-    Ouvrir(1);
-    EXPECT_NE(F().PictPourSel.Image().At(50, 60), gdi::Rgb(255, 0, 0));
-    Touche(27);
-
-    // The hotkey of a zone: Control+Z as the key poll sees it.
-    be.cursor.pos = {50, 60};
-    be.cursor.handle = 0x4321;
-    Chord({ui::kKeyControl, 'Z'});
-    be.RunFor(150);
-    ASSERT_TRUE(F().Visible());
-    EXPECT_EQ(F().PictPourSel.Image().At(50, 60), gdi::Rgb(255, 0, 0));
-    EXPECT_EQ(F().Picture1.Image().At(51, 61), gdi::Rgb(255, 0, 0));
-}
-
 // Arrows size the rectangle, Alt by 20; Shift moves it by one, Control by 20. Alt wins over
 // Shift, Shift over Control; a step that would turn the rectangle inside out does nothing.
 TEST_F(OverlayTest, ArrowModifiersInTheirOrder) {
