@@ -1,5 +1,5 @@
-// Printing: the title box, the size a capture prints at, the roads that print nothing, and
-// the printer object.
+// Printing: the size a window capture prints at (the typed title and a full-screen capture
+// are the Wine check's), the roads that print nothing, and the printer object.
 #include "app_fixture.h"
 
 namespace {
@@ -23,27 +23,6 @@ protected:
         return be.printer.printed.at(doc).items.at(1);
     }
 };
-
-// The title box proposes the date, the time and the signature; a full-screen capture prints
-// at the fixed width even when zoomed in.
-TEST_F(PrintTest, TitleThenFullScreenCaptureAtTheFixedWidth) {
-    SetScreen(400, 300, gdi::Rgb(200, 30, 40));
-    Start();
-    ClickButton(mv::kCmdEcran);
-    main->bouton_Click(mv::kCmdAgrandir);
-    be.RunFor(50);
-    Copies(3);
-    Print();
-    ASSERT_EQ(be.inputs.size(), 1u);
-    const std::wstring& titre = be.inputs[0].defaultText;
-    const std::wstring debut = Entry(121) + L"15/11/2026" + Entry(122) + L"14:05:";
-    EXPECT_EQ(titre.substr(0, debut.size()), debut);
-    EXPECT_EQ(titre.substr(debut.size() + 2), L"  -  M i r o v a n t a");
-    ASSERT_EQ(be.printer.printed.size(), 1u);
-    EXPECT_EQ(be.printer.printed[0].items[0].text, titre);
-    EXPECT_EQ(Picture(0).w, 10000);
-    EXPECT_EQ(Picture(0).h, 7500);
-}
 
 TEST_F(PrintTest, WindowCapturesPrintAtTheirOwnSizeUpToTheFixedWidth) {
     // 144 DPI: 10 twips a pixel, so a 1000-pixel window is exactly 10000 twips wide.
