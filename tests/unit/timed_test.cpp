@@ -55,7 +55,7 @@ protected:
     MidnightTest() { debut = {2026, 11, 15, 23, 59, 0, 0}; }
 };
 
-TEST_F(TimedTest, DialogCarriesWrapsAndRefuses) {
+TEST_F(TimedTest, DialogCarriesAndRefuses) {
     // A schedule repeats a zone: none yet after a whole-screen capture.
     app->TypeCapt = L"e";
     Ouvrir();
