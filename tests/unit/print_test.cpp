@@ -30,29 +30,21 @@ TEST_F(PrintTest, WindowCapturesPrintAtTheirOwnSizeUpToTheFixedWidth) {
     be.screen.tppX = be.screen.tppY = 10;
     Start();
     Copies(1);
-
-    SetForeground({100, 100, 1100, 150});
-    ClickButton(mv::kCmdFenetre);
-    Print();
-    ASSERT_EQ(be.printer.printed.size(), 1u);
-    EXPECT_EQ(Picture(0).w, 10000);
-    EXPECT_EQ(Picture(0).h, 500);
+    // Exactly the width; wider, scaled down keeping the proportions; small, never enlarged.
+    const struct {
+        ui::Rect fenetre;
+        float w, h;
+    } cas[] = {{{100, 100, 1100, 150}, 10000, 500},
+               {{0, 0, 1001, 200}, 10000, 10000.f * 2000 / 10010},
+               {{10, 20, 90, 60}, 800, 400}};
+    for (size_t i = 0; i < 3; ++i) {
+        SetForeground(cas[i].fenetre);
+        ClickButton(mv::kCmdFenetre);
+        Print();
+        EXPECT_EQ(Picture(i).w, cas[i].w) << i;
+        EXPECT_FLOAT_EQ(Picture(i).h, cas[i].h) << i;
+    }
     EXPECT_EQ(Picture(0).picture.Width(), 1000);
-    EXPECT_EQ(Picture(0).picture.Height(), 50);
-
-    // Wider: scaled down to 10000 twips, keeping the proportions.
-    SetForeground({0, 0, 1001, 200});
-    ClickButton(mv::kCmdFenetre);
-    Print();
-    EXPECT_EQ(Picture(1).w, 10000);
-    EXPECT_FLOAT_EQ(Picture(1).h, 10000.f * 2000 / 10010);
-
-    // Small: never enlarged.
-    SetForeground({10, 20, 90, 60});
-    ClickButton(mv::kCmdFenetre);
-    Print();
-    EXPECT_EQ(Picture(2).w, 800);
-    EXPECT_EQ(Picture(2).h, 400);
     EXPECT_EQ(Picture(2).picture.At(5, 5), gdi::Rgb(20, 160, 60));
 }
 
