@@ -18,7 +18,7 @@ protected:
         Start();
     }
     void Tray(int message) {
-        ui::Dispatch(be, [&] { main->OnMouseMove({0, 0, float(message) * kTpp, 0}); });
+        ui::Dispatch(be, [&] { main->OnMouseMove({0, 0, Tw(message), 0}); });
     }
     const gdi::Surface& Source() { return main->Picture2S.Picture(); }
     int Ticked() {
