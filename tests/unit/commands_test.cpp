@@ -1,5 +1,5 @@
-// The command dispatcher of the main window: latches, keys, hover, menus and what a
-// run-time error does.
+// The command dispatcher of the main window: latches, keys, the save-all double click, menus
+// and what a run-time error does.
 #include "app_fixture.h"
 #include "runtime/strings.h"
 

@@ -202,9 +202,9 @@ TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
     EXPECT_EQ(purs, 0);
 }
 
-// The shutter after a grab: the camera window shows without taking the keyboard, the sound
-// plays, and both go 300 ms later; no sound device is no error. Silence is checked under
-// Wine.
+// The shutter after a grab: the camera window shows without taking the keyboard and goes
+// 300 ms later with its sound; no sound device is no error. The picture, the whole sound and
+// Silence are checked under Wine.
 TEST_F(GrabTest, ShutterShowsWithoutTheKeyboardAndGoesAfter300ms) {
     Start();
     mv::Fcam& cam = *app->cam;
@@ -215,7 +215,6 @@ TEST_F(GrabTest, ShutterShowsWithoutTheKeyboardAndGoesAfter300ms) {
 
     ASSERT_TRUE(shutter());
     ASSERT_EQ(be.audio.played.size(), 1u);
-    EXPECT_EQ(be.audio.played[0], be.shell.programFolder + L"\\camera.wav");
     EXPECT_NE(be.ActiveForm(), &cam);
     be.RunFor(250);
     EXPECT_TRUE(cam.Visible());
