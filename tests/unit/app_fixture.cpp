@@ -147,9 +147,3 @@ int AppTest::BoxesWith(const std::wstring& prompt) const {
         if (b.prompt == prompt) ++n;
     return n;
 }
-
-gdi::Surface AppTest::ScreenPart(ui::Rect r) const {
-    gdi::Surface part(r.right - r.left, r.bottom - r.top);
-    gdi::BitBlt(part, 0, 0, part.Width(), part.Height(), be.desktop.screen, r.left, r.top);
-    return part;
-}

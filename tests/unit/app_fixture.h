@@ -91,8 +91,6 @@ protected:
     std::vector<std::wstring> TempFolderFiles() const;
     // How many boxes have shown this prompt.
     int BoxesWith(const std::wstring& prompt) const;
-    // The part of the desktop picture under r.
-    gdi::Surface ScreenPart(ui::Rect r) const;
 
     headless::Backend be;
     std::unique_ptr<mv::App> app;

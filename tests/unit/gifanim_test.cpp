@@ -171,8 +171,6 @@ TEST(GifAssembler, BadInputsEndAsTold) {
     as.Terminer();
     EXPECT_EQ(as.Sortie(), ferme);
     EXPECT_EQ(ferme[6], 0);
-
-    EXPECT_EQ(mv::AssembleurGif::Ordre(3, true), (std::vector<int>{0, 1, 2, 2, 1, 0}));
 }
 
 // ---- the builder dialog ----------------------------------------------------------------------

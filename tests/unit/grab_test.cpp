@@ -129,26 +129,6 @@ TEST_F(GrabTest, NoCopyWhenSwitchedOff) {
     EXPECT_FALSE(main->Labdeja.Visible() || main->Labdeja2.Visible());
 }
 
-// No cursor is drawn into a grab at start, and the window taken is the one in front once
-// the wait is over.
-TEST_F(GrabTest, NoCursorAtStartAndTheWindowInFrontAfterTheWait) {
-    be.desktop.screen = Motif(160, 120);
-    be.cursor.images[be.cursor.handle] = Carre(4, kRouge);
-    be.cursor.pos = {50, 40};
-    Start();
-    ClickButton(mv::kCmdEcran);
-    EXPECT_TRUE(Saved(1) == be.desktop.screen);
-
-    const ui::Rect autre{5, 50, 45, 110};
-    SetForeground({30, 20, 100, 70});
-    be.desktop.windows[0x2002] = autre;
-    be.Schedule(150, [&] { be.desktop.foreground = 0x2002; });
-    ClickButton(mv::kCmdFenetre);
-    ASSERT_EQ(app->NbVignettes, 2);
-    EXPECT_TRUE(Saved(2) == ScreenPart(autre));
-    EXPECT_EQ(list->Lbldim[2].Caption(), L"02/  40 x 60");
-}
-
 // A failed window grab shows its notice and files nothing. The options dialog's box of
 // GardeFenetres is filled from the setting when the dialog is made: kept windows are never
 // shown again by a grab, so with an empty list the collection window stays down.
@@ -201,8 +181,7 @@ TEST_F(GrabTest, APeriodicCaptureLeavesTheCollectionWindowWhereItIs) {
 
 TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
     SetScreen(320, 240, kFond);
-    // The thumbnail box is 1450 twips wide, 97 pixels to the nearest: the window is twice
-    // as wide and its height follows.
+    // A window of black and white checks.
     const ui::Rect r{0, 0, 194, 96};
     for (int y = 0; y < 96; ++y)
         for (int x = 0; x < 194; ++x)
@@ -211,20 +190,8 @@ TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
     SetForeground(r);
     ClickButton(mv::kCmdFenetre);
     ASSERT_EQ(app->NbVignettes, 1);
-
-    // Exactly half size: every thumbnail pixel is the mean of two white and two black.
-    const gdi::Surface& petit = list->Image1[1].Image();
-    ASSERT_EQ(petit.Width(), 97);
-    ASSERT_EQ(petit.Height(), 48);
-    int hors = 0;
-    for (int y = 0; y < 48; ++y)
-        for (int x = 0; x < 97; ++x) {
-            const int v = gdi::RedOf(petit.At(x, y));
-            hors += v < 126 || v > 129;
-        }
-    EXPECT_EQ(hors, 0);
-
-    // The large one shrinks by a fraction: no pixel may be a plain pick of the source.
+    // The large thumbnail shrinks by a fraction: no pixel may be a plain pick of the source
+    // (the halftone itself is the pixel tests').
     const gdi::Surface& grand = list->Gimage1[1].Image();
     int purs = 0;
     for (int y = 0; y < 81; ++y)
@@ -235,9 +202,9 @@ TEST_F(GrabTest, ThumbnailPicturesAreHalftoneShrinks) {
     EXPECT_EQ(purs, 0);
 }
 
-// The shutter after a grab: the camera window shows without taking the keyboard, the sound
-// plays, and both go 300 ms later; no sound device is no error. Silence is checked under
-// Wine.
+// The shutter after a grab: the camera window shows without taking the keyboard and goes
+// 300 ms later with its sound; no sound device is no error. The picture, the whole sound and
+// Silence are checked under Wine.
 TEST_F(GrabTest, ShutterShowsWithoutTheKeyboardAndGoesAfter300ms) {
     Start();
     mv::Fcam& cam = *app->cam;
@@ -248,7 +215,6 @@ TEST_F(GrabTest, ShutterShowsWithoutTheKeyboardAndGoesAfter300ms) {
 
     ASSERT_TRUE(shutter());
     ASSERT_EQ(be.audio.played.size(), 1u);
-    EXPECT_EQ(be.audio.played[0], be.shell.programFolder + L"\\camera.wav");
     EXPECT_NE(be.ActiveForm(), &cam);
     be.RunFor(250);
     EXPECT_TRUE(cam.Visible());

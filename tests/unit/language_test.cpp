@@ -155,7 +155,6 @@ TEST(LanguageFile, LineInputEndsAndSpokenCode) {
     EXPECT_EQ(ErrorOf([&] { in.Next(); }), rt::kInputPastEnd);
 
     EXPECT_EQ(mv::SpokenCode(Bytes("ConstPRJF\r\nmore\r\n")), L"ConstPRJF");
-    EXPECT_EQ(mv::LanguageFileName(L"ConstPRJAbis"), L"ConstPRJA_codN.txt");
     EXPECT_EQ(ErrorOf([] { mv::SpokenCode({}); }), rt::kInputPastEnd);
 }
 
@@ -171,8 +170,6 @@ TEST(LanguageFile, WellFormedFileFillsEveryTable) {
     EXPECT_EQ(r.entries, 301);
     EXPECT_EQ(lang.Entry(7), L"d\u00E9j\u00E0 \u20AC 5");
     EXPECT_EQ(lang.Entry(300), L"E300");
-    EXPECT_EQ(lang.TabBulles, (std::vector<std::wstring>{L"tip one", L"tip two"}));
-    EXPECT_EQ(lang.Aide(1), L"page 1");
     EXPECT_EQ(lang.AideMenu(1, 0), L"menu 7");
     EXPECT_EQ(lang.AideMenu(4, 6), L"last menu");
     EXPECT_EQ(ErrorOf([&] { lang.AideMenu(5, 0); }), 9);

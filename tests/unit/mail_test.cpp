@@ -52,30 +52,6 @@ TEST_F(MailTest, TickedCapturesGoOnceAndAllSendsThemAgain) {
     Run(mv::mnujoindretout_Click);
     EXPECT_EQ(Numbers(), (std::vector<int>{1, 2, 3}));
     for (int n = 1; n <= 3; ++n) EXPECT_EQ(Tick(n), 2);
-
-    // The end of the run takes every JPEG with the temporary folder.
-    const std::vector<std::wstring> pieces = M().sent.back().message.attachments;
-    for (int n = 1; n <= 3; ++n) list->PictSave[n].SetVisible(true);
-    EXPECT_THROW(main->quitprog(), headless::ProgramEnded);
-    for (const auto& a : pieces) EXPECT_FALSE(rt::FileExists(a));
-    EXPECT_FALSE(rt::DirExists(app->DossierTemp));
-}
-
-TEST_F(MailTest, CurrentCaptureAndTheMenuNeedACapture) {
-    app->VignetteCourante = 0;
-    Run(mv::mnujoindreune_Click);
-    ASSERT_EQ(M().sent.size(), 1u);
-    EXPECT_TRUE(M().sent[0].message.attachments.empty());
-    for (int n = 1; n <= 3; ++n) EXPECT_EQ(Tick(n), 0);
-
-    ui::Dispatch(be, [&] { list->clickimage1(2, false); });
-    Run(mv::mnujoindreune_Click);
-    EXPECT_EQ(Numbers(), (std::vector<int>{2}));
-
-    main->Supprimertout(false);
-    Run(mv::mnucourriel_Click);
-    EXPECT_FALSE(main->mnujoindreune.Enabled() || main->mnujoindrecoch.Enabled() ||
-                 main->mnujoindretout.Enabled() || main->mnuimgforum.Enabled());
 }
 
 TEST_F(MailTest, AFailedSendClearsTheTicksAndTakesItsFiles) {

@@ -68,7 +68,9 @@ TEST_F(OverlayTest, AValidationIsTakenOnceCutToThePictureAndNeedsAWidth) {
     be.MouseDown(F().Picture1, Tw(150), Tw(140), ui::kRightButton);
     be.RunFor(50);
     ASSERT_EQ(app->NbVignettes, 1);
-    EXPECT_EQ(Capture(1), ScreenPart({21, 11, 61, 41}));
+    gdi::Surface attendu(40, 30); // one pixel in
+    gdi::BitBlt(attendu, 0, 0, 40, 30, be.desktop.screen, 21, 11);
+    EXPECT_EQ(Capture(1), attendu);
     EXPECT_FALSE(F().EnSession());
     // A second click of a double right click, queued before the overlay went, is no
     // second capture.
@@ -162,30 +164,6 @@ TEST_F(OverlayTest, ACommandInsideTheWaitOfAnotherDoesNotNest) {
     be.RunFor(300);
     EXPECT_EQ(be.desktop.grabs, 1);
     EXPECT_TRUE(F().Visible());
-}
-
-TEST_F(OverlayTest, TheCursorIsStampedOnlyForAHotkeySession) {
-    Start();
-    gdi::IconImage icone;
-    icone.width = icone.height = 2;
-    icone.color.assign(4, 0xFF0000);
-    icone.mask.assign(4, 0);
-    be.cursor.images[0x4321] = icone;
-    app->CurseurCapt = 0x4321;
-    app->CurseurXClavier = 50;
-    app->CurseurYClavier = 60;
-    Ouvrir(1);
-    EXPECT_NE(F().PictPourSel.Image().At(50, 60), gdi::Rgb(255, 0, 0));
-    Touche(27);
-
-    // The hotkey of a zone: Control+Z as the key poll sees it.
-    be.cursor.pos = {50, 60};
-    be.cursor.handle = 0x4321;
-    Chord({ui::kKeyControl, 'Z'});
-    be.RunFor(150);
-    ASSERT_TRUE(F().Visible());
-    EXPECT_EQ(F().PictPourSel.Image().At(50, 60), gdi::Rgb(255, 0, 0));
-    EXPECT_EQ(F().Picture1.Image().At(51, 61), gdi::Rgb(255, 0, 0));
 }
 
 // Arrows size the rectangle, Alt by 20; Shift moves it by one, Control by 20. Alt wins over

@@ -160,16 +160,6 @@ TEST_F(StartupTest, ChangingTheLanguageForgetsTheChoiceEvenWhenItIsGoneAlready) 
     EXPECT_TRUE(be.boxes.empty());
 }
 
-TEST_F(StartupTest, SessionEndWithoutCapturesEndsAtOnceAndLeavesTheFolder) {
-    MarkLanguage();
-    Start();
-    EXPECT_THROW(main->CloseRequested(ui::kAppWindows), headless::ProgramEnded);
-    EXPECT_EQ(be.lastError, 0);
-    EXPECT_TRUE(be.boxes.empty());
-    EXPECT_TRUE(rt::DirExists(app->DossierTemp)); // no time for it
-    EXPECT_FALSE(be.tray.present);
-}
-
 // A save folder that is gone: the save writes nothing and says so, and the session takes
 // the program down at once with the temporary files kept.
 TEST_F(StartupTest, SessionEndWithNothingWrittenLetsTheSessionEndItAndKeepsTheFiles) {
@@ -262,18 +252,10 @@ TEST_F(StaleCapturesTest, YesFilesThemInTheOrderTakenSkipsDamagedOnesAndKeepsOth
     EXPECT_EQ(Noms(Famille()),
               (std::vector<std::wstring>{L"Captprov_H10150002.bmp", L"notes.txt"}));
     EXPECT_EQ(Noms(Famille() + L"_copie").size(), 1u);
-
-    // The next capture follows them. After a proper quit, the damaged file alone asks
-    // nothing at the next start.
-    ClickButton(mv::kCmdEcran);
-    EXPECT_EQ(app->tab.FichierV[5], main->NomFichierProv(5));
-    be.answers.push_back(ui::kNo);
-    EXPECT_THROW(main->quitprog(), headless::ProgramEnded);
-    EXPECT_TRUE(StartAnother()->be.boxes.empty());
 }
 
-// No marks the folder, and later starts ask nothing until another run is lost.
-TEST_F(StaleCapturesTest, NoLeavesThemAndTheNextStartsDoNotAskAgainUntilAnotherRunIsLost) {
+// No marks the folder, and the next start asks nothing.
+TEST_F(StaleCapturesTest, NoLeavesThemAndTheNextStartDoesNotAskAgain) {
     MarkLanguage();
     const std::wstring ancien = Famille() + L"042";
     Depose(ancien, L"Captprov_H09301201.bmp", Motif(40, 30, 2), 2);
@@ -284,15 +266,6 @@ TEST_F(StaleCapturesTest, NoLeavesThemAndTheNextStartsDoNotAskAgainUntilAnotherR
     EXPECT_EQ(Noms(ancien),
               (std::vector<std::wstring>{L"Captprov_H09301201.bmp", L"declined.txt"}));
     EXPECT_TRUE(StartAnother()->be.boxes.empty());
-
-    // This run is lost with a capture: only that one is asked about and filed.
-    ClickButton(mv::kCmdEcran);
-    const gdi::Surface perdue = gdi::LoadBmp(TempFile(1));
-    auto troisieme = StartAnother();
-    ASSERT_EQ(troisieme->app->NbVignettes, 1);
-    EXPECT_TRUE(gdi::LoadBmp(troisieme->app->DossierTemp + L"\\" +
-                             troisieme->app->tab.FichierV[1]) == perdue);
-    EXPECT_EQ(Noms(ancien).size(), 2u);
 }
 
 // The list holds 100: the 101st stays on the disk, with its folder, and no box says so.

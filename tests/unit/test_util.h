@@ -6,9 +6,8 @@
 #include <functional>
 
 // Twips of a length in pixels on the tests' screens (96 DPI: 15 twips a pixel).
-constexpr float kTpp = 15;
 inline float Tw(int px) {
-    return float(px) * kTpp;
+    return float(px) * 15;
 }
 
 // The run-time error number that f raises, or 0 when it returns.

@@ -18,7 +18,7 @@ protected:
         Start();
     }
     void Tray(int message) {
-        ui::Dispatch(be, [&] { main->OnMouseMove({0, 0, float(message) * kTpp, 0}); });
+        ui::Dispatch(be, [&] { main->OnMouseMove({0, 0, Tw(message), 0}); });
     }
     const gdi::Surface& Source() { return main->Picture2S.Picture(); }
     int Ticked() {
@@ -84,17 +84,11 @@ TEST_F(ViewTest, ReducedModeSurvivesCapturesAndChoices) {
     EXPECT_EQ(main->Height(), float(app->HautNormal));
 }
 
-// The tray icon: the right button brings the menu, anything but a double click does
-// nothing. In standby a capture leaves the list down until the windows are shown again.
+// In standby a capture leaves the list down until a double click on the tray icon shows the
+// windows again (the tray menu and its double clicks are the Wine checks').
 TEST_F(ViewTest, TrayAndStandby) {
     ClickButton(mv::kCmdEcran);
     auto& l = *list;
-    Tray(516);
-    ASSERT_FALSE(be.popups.empty());
-    EXPECT_EQ(be.popups.back(), L"mnucaptu");
-    Tray(514);
-    EXPECT_EQ(main->WindowState(), ui::kNormal);
-
     ui::Dispatch(be, [&] { main->Mnured2_Click(); });
     ClickButton(mv::kCmdEcran);
     EXPECT_EQ(main->WindowState(), ui::kNormal);
