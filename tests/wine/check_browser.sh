@@ -168,8 +168,8 @@ check_slides_away() {
 # The test editor stands in the prefix as the system's paint program; the setting names
 # "mspaint.exe", so the program finds it there.
 PAINT="$WH_PREFIX/drive_c/windows/system32/mspaint.exe"
-# Wine shows a process by the command it was started with.
-paints() { pgrep -fc 'mspaint\.exe' || true; }
+# Wine shows a process by the command it was started with; only this prefix's count.
+paints() { wh_own_processes | grep -c 'mspaint\.exe' || true; }
 paint_runs() { (($(paints) >= 1)); }
 paint_given_capture() { grep -qsF '\Captprov_' "$PAINT.log"; }
 # box_up: a message box of the program is on the screen (probing, no failure recorded).
@@ -345,11 +345,11 @@ check_gif_build() {
         done
         [[ -n $found ]] || { wh_reason "frame $k matches no capture's GIF"; return 1; }
     done
-    # The preview plays: within a few delays of 0.5 s a shot shows another frame.
+    # The preview plays: within a few seconds (delays of 0.5 s) a shot shows another frame.
     wh_window_geometry "$BUILDER" || return 1
     local region="300x200+$((WH_X + 200 / TPP))+$((WH_Y + 1100 / TPP))"
     wh_screenshot play-1.png "$region"
-    for _ in 1 2 3 4 5 6 7 8 9 10; do
+    for _ in $(seq 1 25); do
         sleep 0.3
         wh_screenshot play-2.png "$region"
         [[ "$(compare -metric AE "$WH_ART/play-1.png" "$WH_ART/play-2.png" null: 2>&1)" == 0 ]] || break
@@ -422,8 +422,9 @@ check_gif_empty_folder() {
     }
     wh_screenshot page-1.png "$region"
     page_frame page-1.png || { wh_reason "the preview shows none of the page's frames"; return 1; }
-    # Frames last 0.6 s: within 3 s a shot shows another whole one.
-    for try in $(seq 1 10); do
+    # Frames last 0.6 s: within a few seconds a shot shows another whole one (on a loaded
+    # machine Wine's 2-s hold at a window's showing may come first).
+    for try in $(seq 1 25); do
         sleep 0.3
         wh_screenshot page-2.png "$region"
         if [[ "$(compare -metric AE "$WH_ART/page-1.png" "$WH_ART/page-2.png" null: 2>&1)" != 0 ]] &&
