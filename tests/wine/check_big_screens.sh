@@ -18,13 +18,14 @@ if (($# < 2)); then
         return $rc
     }
     out=$(mktemp -d)
+    rc=0
     lane 0 "$1" >"$out/0" 2>&1 &
     first=$!
     lane 1 "$1" >"$out/1" 2>&1 || rc=1
     wait "$first" || rc=1
     cat "$out/0" "$out/1"
     rm -rf "$out"
-    exit "${rc:-0}"
+    exit $rc
 fi
 source "$here/lib.sh"
 source "$here/program.sh"
